@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace platform {
+
+/// The maker's logging library. Its functions are bound by bare library name at their first call,
+/// which raises error 53 without the library and 453 when it lacks the function.
+class LoggingLibrary {
+ public:
+  virtual ~LoggingLibrary() = default;
+  /// Loads the library from its full path, so that later calls by bare name find it. A failure is
+  /// not reported.
+  virtual void load(std::u16string_view path) = 0;
+  /// `K9TLog_CreateLogger`: 0 when created, -6 when the index is taken.
+  virtual std::int32_t createLogger(std::int32_t index, std::u16string_view product,
+                                    std::u16string_view module, std::int32_t p4, std::int32_t p5,
+                                    std::int32_t p6, std::int32_t p7) = 0;
+  /// `K9TLog_Write`: 0 when written.
+  virtual std::int32_t write(std::int32_t index, std::int32_t level, std::u16string_view text) = 0;
+};
+
+}  // namespace platform
