@@ -91,8 +91,7 @@ Connection Object::connect(const EventInterface& events, std::shared_ptr<EventSi
 }
 
 bool operator==(const Object& a, const Object& b) {
-  if (!a.dispatch_ || !b.dispatch_) return !a.dispatch_ && !b.dispatch_;
-  return a.dispatch_ == b.dispatch_ || a.dispatch_->identity() == b.dispatch_->identity();
+  return a.identity() == b.identity();
 }
 
 bool Value::toBoolean() const {

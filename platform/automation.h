@@ -160,6 +160,8 @@ class Object {
   std::u16string typeName() const;
   Connection connect(const EventInterface& events, std::shared_ptr<EventSink> sink) const;
 
+  /// Equal for handles of one object as long as one of them lives; null for a null handle.
+  const void* identity() const noexcept { return dispatch_ ? dispatch_->identity() : nullptr; }
   /// Identity of the objects, not of the handles; two null handles are the same.
   friend bool operator==(const Object& a, const Object& b);
 
