@@ -1,0 +1,63 @@
+#include "infra/modRegistry.h"
+
+#include <optional>
+
+#include "infra/errors.h"
+#include "infra/runtime.h"
+#include "platform/conversions.h"
+
+namespace cxol {
+namespace {
+
+constexpr std::u16string_view ShellFolders =
+    u"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+
+/// The integer that a read into `size` bytes of zeros gives, least significant byte first. A value
+/// that is larger than its buffer can't be read.
+std::optional<std::uint32_t> readInto(std::size_t size, const platform::RegistryValue& value) {
+  if (value.bytes.size() > size) return std::nullopt;
+  std::uint32_t number = 0;
+  for (std::size_t i = value.bytes.size(); i-- > 0;) {
+    number = number << 8 | std::to_integer<std::uint32_t>(value.bytes[i]);
+  }
+  return number;
+}
+
+}  // namespace
+
+std::u16string GetRegString(platform::RegistryRoot root, std::u16string_view key,
+                            std::u16string_view name) {
+  const auto value = machine().registry.read(root, key, name);
+  if (!value) return {};
+  switch (value->type) {
+    case platform::RegistryType::String: {
+      const auto end = value->text.find(u'\0');
+      if (end == std::u16string::npos) {
+        throw automation::Error(automation::ErrorNumber::InvalidProcedureCall);
+      }
+      return value->text.substr(0, end);
+    }
+    case platform::RegistryType::Dword: {
+      const auto number = readInto(sizeof(std::int32_t), *value);
+      return number ? automation::int32Text(static_cast<std::int32_t>(*number)) : std::u16string();
+    }
+    case platform::RegistryType::Binary: {
+      const auto number = readInto(sizeof(std::int16_t), *value);
+      return number ? automation::int32Text(static_cast<std::int16_t>(*number)) : std::u16string();
+    }
+    default: return {};
+  }
+}
+
+std::int32_t GetRegLong(platform::RegistryRoot root, std::u16string_view key,
+                        std::u16string_view name) noexcept {
+  std::int32_t number = 0;
+  trapQuietly([&] { number = automation::Value(GetRegString(root, key, name)).toInt32(); });
+  return number;
+}
+
+std::u16string GetLocalAppDataFolder() {
+  return GetRegString(platform::RegistryRoot::CurrentUser, ShellFolders, u"Local AppData") + u"\\";
+}
+
+}  // namespace cxol

@@ -1,0 +1,106 @@
+#include "infra/modRes.h"
+
+#include <limits>
+#include <optional>
+
+#include "infra/errors.h"
+#include "infra/modRegistry.h"
+#include "infra/runtime.h"
+#include "infra/text.h"
+#include "platform/conversions.h"
+#include "platform/language.h"
+#include "platform/objects.h"
+#include "platform/pictures.h"
+#include "platform/processes.h"
+#include "resources/strings.h"
+
+namespace cxol {
+namespace {
+
+struct InterfaceLanguage {
+  std::u16string_view code;
+  std::int32_t langId;
+  std::int32_t offset;
+};
+
+/// Only these language ids are known; every other one, relatives of these included, is served in
+/// English.
+constexpr InterfaceLanguage Languages[] = {
+    {u"DE", 1031, 0},     {u"EN", 1033, 5000},  {u"FR", 1036, 10000},
+    {u"IT", 1040, 15000}, {u"ES", 1034, 20000}, {u"PT", 1046, 25000},
+};
+
+constexpr std::u16string_view LangIdKey = u"Software\\K9T\\Localization\\LangID";
+
+std::int32_t langIdOfApplication() {
+  return GetRegLong(platform::RegistryRoot::CurrentUser,
+                    concat(LangIdKey, u"\\Applications\\", machine().processes.hostModuleName()),
+                    u"LangID");
+}
+
+std::int32_t langIdOfLanguageService() {
+  std::int32_t langId = 0;
+  ResumeNext resume;
+  resume([&] {
+    const auto service = machine().objects.create(u"BoreaLogonUM.BRLanguageServices");
+    langId = service.call(u"GetCurrentUserLanguage").toInt32();
+  });
+  return langId;
+}
+
+std::u16string_view codeOf(std::int32_t langId) {
+  for (const auto& language : Languages) {
+    if (language.langId == langId) return language.code;
+  }
+  return u"EN";
+}
+
+std::optional<std::u16string_view> loadString(std::int32_t id) {
+  const std::int32_t offset = runtime().language.offset;
+  if (id > std::numeric_limits<std::int32_t>::max() - offset) return std::nullopt;
+  return resources::string(offset + id);
+}
+
+}  // namespace
+
+bool SelectLanguage() noexcept {
+  bool selected = false;
+  trapQuietly([&] {
+    std::int32_t langId = langIdOfApplication();
+    if (langId == 0) langId = langIdOfLanguageService();
+    if (langId == 0) {
+      langId = GetRegLong(platform::RegistryRoot::CurrentUser, LangIdKey, u"LangID");
+    }
+    if (langId == 0) langId = machine().language.userDefaultLangId();
+    SetLanguage(codeOf(langId));
+    selected = true;
+  });
+  return selected;
+}
+
+void SetLanguage(std::u16string_view code) {
+  auto& state = runtime().language;
+  state.code = code;
+  state.offset = 0;
+  for (const auto& language : Languages) {
+    if (equalsIgnoringCase(code, language.code)) state.offset = language.offset;
+  }
+}
+
+std::u16string LoadResStringDefault(std::int32_t id, std::u16string_view defaultText) {
+  if (const auto text = loadString(id)) return std::u16string(*text);
+  if (!defaultText.empty()) return std::u16string(defaultText);
+  return concat(u"<ID=", automation::int32Text(id), u">");
+}
+
+std::u16string GetResString(std::int32_t id) {
+  return replaceAllIgnoringCase(LoadResStringDefault(id, {}), NeutralName, u"Velnor");
+}
+
+automation::Object GetResPicture(std::int32_t id) noexcept {
+  automation::Object picture;
+  trapQuietly([&] { picture = machine().pictures.icon(id); });
+  return picture;
+}
+
+}  // namespace cxol

@@ -1,0 +1,23 @@
+#include "infra/runtime.h"
+
+#include "platform/automation.h"
+
+namespace cxol {
+namespace {
+Runtime* current = nullptr;
+}
+
+Runtime::Runtime(const platform::Platform& services) : platform(services) {
+  current = this;
+}
+
+Runtime::~Runtime() {
+  current = nullptr;
+}
+
+Runtime& runtime() {
+  if (!current) throw automation::Error(automation::ErrorNumber::ObjectNotSet);
+  return *current;
+}
+
+}  // namespace cxol

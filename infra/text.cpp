@@ -1,0 +1,53 @@
+#include "infra/text.h"
+
+namespace cxol {
+namespace {
+
+char16_t lower(char16_t c) {
+  return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c - u'A' + u'a') : c;
+}
+
+template <class Matches>
+std::u16string replaceWhere(std::u16string_view text, std::u16string_view what,
+                            std::u16string_view with, Matches matches) {
+  std::u16string result;
+  result.reserve(text.size());
+  std::size_t at = 0;
+  while (at < text.size()) {
+    if (matches(text.substr(at, what.size()), what)) {
+      result.append(with);
+      at += what.size();
+    } else {
+      result.push_back(text[at++]);
+    }
+  }
+  return result;
+}
+
+}  // namespace
+
+bool equalsIgnoringCase(std::u16string_view a, std::u16string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (lower(a[i]) != lower(b[i])) return false;
+  }
+  return true;
+}
+
+std::u16string_view trimBlanks(std::u16string_view text) {
+  const auto first = text.find_first_not_of(u' ');
+  if (first == std::u16string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(u' ') - first + 1);
+}
+
+std::u16string replaceAll(std::u16string_view text, std::u16string_view what,
+                          std::u16string_view with) {
+  return replaceWhere(text, what, with, [](auto a, auto b) { return a == b; });
+}
+
+std::u16string replaceAllIgnoringCase(std::u16string_view text, std::u16string_view what,
+                                      std::u16string_view with) {
+  return replaceWhere(text, what, with, equalsIgnoringCase);
+}
+
+}  // namespace cxol

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// Small text helpers of the logic. All comparisons are binary unless a name says otherwise.
+namespace cxol {
+
+/// Joins any number of texts with a single allocation.
+template <class... Parts>
+std::u16string concat(const Parts&... parts) {
+  std::u16string result;
+  result.reserve((std::u16string_view(parts).size() + ...));
+  (result.append(std::u16string_view(parts)), ...);
+  return result;
+}
+
+/// "True" or "False", as the trace writes them.
+constexpr std::u16string_view boolText(bool value) {
+  return value ? u"True" : u"False";
+}
+
+/// Ignores the case of ASCII letters, which is all that class names, registry texts and key marks
+/// need.
+bool equalsIgnoringCase(std::u16string_view a, std::u16string_view b);
+
+/// Without the blanks (and only blanks) at both ends.
+std::u16string_view trimBlanks(std::u16string_view text);
+
+/// Every occurrence, found from left to right and not inside what was put in.
+std::u16string replaceAll(std::u16string_view text, std::u16string_view what,
+                          std::u16string_view with);
+
+/// The same, finding `what` without regard to case.
+std::u16string replaceAllIgnoringCase(std::u16string_view text, std::u16string_view what,
+                                      std::u16string_view with);
+
+}  // namespace cxol
