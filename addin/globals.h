@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "addin/ExplorerWrapper.h"
+#include "addin/InspectorWrapper.h"
+#include "addin/MenuForm.h"
+#include "infra/collection.h"
+#include "platform/outlook.h"
+
+namespace cxol {
+
+/// The add-in's process-wide state. `Connect` fills and releases it.
+struct Globals {
+  outlook::Application g_olApp;
+  /// The add-in's ProgId; every toolbar button's action names it.
+  std::u16string g_sProgId;
+  /// One wrapper a window, in order of arrival.
+  Collection<std::shared_ptr<ExplorerWrapper>> g_colExplorers;
+  Collection<std::shared_ptr<InspectorWrapper>> g_colInspectors;
+  std::shared_ptr<MenuForm> g_frmMenus;
+
+  /// The localized product name and the fixed names under which older bars are found.
+  std::u16string g_product;
+  std::u16string g_brand1;
+  std::u16string g_brand2;
+  std::u16string g_brand3;
+  std::u16string g_brand4;
+
+  /// Settings, read once at the start.
+  bool g_bUseMapi = false;
+  bool g_bStartWithOutlook = false;
+  bool g_bStopWithOutlook = false;
+  bool g_bIgnoreSelChange = false;
+  bool g_bShowInspectorToolBar = false;
+
+  /// A new inspector is being equipped: the general timer does nothing.
+  bool g_bCreatingInspector = false;
+  /// The MAPI helper is ready.
+  bool g_bMapiInitialized = false;
+  /// Entry id of the default Outbox; empty until first needed, never refreshed.
+  std::u16string g_sOutboxEntryID;
+
+  /// The general timer; 0 while it does not run. Its interval is in milliseconds.
+  std::uint32_t TimerId = 0;
+  std::uint32_t TimerInterval = 0;
+  bool TimerBusy = false;
+  /// The selection timer; 0 while it does not run.
+  std::uint32_t SelTimerId = 0;
+  std::shared_ptr<ExplorerWrapper> SelTimerTarget;
+
+  /// Seconds since midnight of the identity given out last; negative before the first.
+  double lastIdentity = -1;
+};
+
+/// Raises error 91 outside the life of a `Process`.
+Globals& globals();
+
+}  // namespace cxol

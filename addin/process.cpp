@@ -1,0 +1,30 @@
+#include "addin/process.h"
+
+#include "platform/timers.h"
+
+namespace cxol {
+namespace {
+Globals* current = nullptr;
+}
+
+Process::Process(const platform::Platform& services)
+    : runtime_(services), globals_(std::make_unique<Globals>()) {
+  current = globals_.get();
+}
+
+Process::~Process() {
+  // An add-in that is switched off by the user gets no shutdown event: its timers still run.
+  for (const std::uint32_t id : {globals_->TimerId, globals_->SelTimerId}) {
+    if (id != 0) runtime_.platform.timers.killTimer(id);
+  }
+  // Wrappers may look at the globals while they go away.
+  *globals_ = Globals();
+  current = nullptr;
+}
+
+Globals& globals() {
+  if (!current) throw automation::Error(automation::ErrorNumber::ObjectNotSet);
+  return *current;
+}
+
+}  // namespace cxol
