@@ -1,0 +1,220 @@
+#include "client/VelnorLocator.h"
+
+#include "infra/RegOp.h"
+#include "infra/modK9TLog.h"
+#include "infra/modRes.h"
+#include "infra/runtime.h"
+#include "platform/clock.h"
+#include "platform/objects.h"
+#include "platform/processes.h"
+#include "platform/screen.h"
+
+namespace cxol {
+namespace {
+
+constexpr std::u16string_view ServerKey =
+    u"CLSID\\{4B7D2A91-3C5E-11D4-9F21-00A0C9E4B7D3}\\LocalServer32";
+constexpr std::u16string_view MainWindowClass = u"SfFrameOrView";
+constexpr std::u16string_view HiddenStart = u"-hideOnStartup";
+
+/// Results of a start up to this one are failures.
+constexpr std::int32_t LastStartFailure = 32;
+
+constexpr std::int32_t ObjectTimeout = 102;
+constexpr std::int32_t WindowTimeout = 103;
+constexpr std::int32_t CannotStart = 104;
+
+/// Milliseconds between two looks.
+constexpr std::uint32_t WindowPoll = 20;
+constexpr std::uint32_t ObjectPoll = 10;
+constexpr std::uint32_t ServicePoll = 20;
+
+/// One wait of at most 20 seconds. The clock counts from midnight: a wait that meets midnight finds
+/// the time fallen back and ends.
+class Wait {
+ public:
+  Wait() : start_(now()) {}
+  double elapsed() const { return now() - start_; }
+  /// Less than the limit has passed.
+  bool inTime() const { return elapsed() >= 0 && elapsed() < Limit; }
+  /// More than the limit has passed, or the clock has fallen back.
+  bool over() const { return elapsed() < 0 || elapsed() > Limit; }
+
+ private:
+  static constexpr double Limit = 20;
+  static double now() { return platform::secondsSinceMidnight(machine().clock.localTime()); }
+  double start_;
+};
+
+std::u16string executable() {
+  const RegOp key(machine().registry, platform::RegistryRoot::ClassesRoot, ServerKey);
+  const auto value = key.value(u"");
+  return value ? value->toText() : std::u16string();
+}
+
+std::int32_t start(std::u16string_view parameters) {
+  return machine().processes.shellExecute(ClientPath(), parameters, ClientDir());
+}
+
+velnor::Application runningApplication() {
+  return velnor::Application(machine().objects.running(velnor::ApplicationClass));
+}
+
+void tellUser(std::int32_t stringId) {
+  const auto text = GetResString(stringId);
+  LogError(text);
+  machine().screen.messageBox(text);
+}
+
+bool waitForWindow() {
+  const Wait wait;
+  bool found = false;
+  do {
+    found = machine().processes.windowExists(MainWindowClass);
+    machine().clock.sleep(WindowPoll);
+  } while (!found && !wait.over());
+  machine().clock.sleep(WindowPoll);
+  return found;
+}
+
+bool waitForObject() {
+  const Wait wait;
+  while (wait.inTime()) {
+    ResumeNext resume;
+    bool running = false;
+    resume([&] { running = static_cast<bool>(runningApplication()); });
+    if (running) return true;
+    machine().clock.sleep(ObjectPoll);
+  }
+  return false;
+}
+
+/// Looks for the running client; a failure to find it is logged under the operation's name.
+velnor::Application findForOperation(std::u16string_view operation) {
+  velnor::Application application;
+  ResumeNext resume;
+  resume([&] { application = runningApplication(); });
+  if (!application && resume.pending()) {
+    LogError(concat(u"ERROR in ", operation, u"(): ", resume.description()));
+  }
+  return application;
+}
+
+}  // namespace
+
+std::u16string ClientPath() noexcept {
+  std::u16string path;
+  trapQuietly([&] { path = executable(); });
+  return concat(u"\"", path, u"\"");
+}
+
+std::u16string ClientDir() noexcept {
+  std::u16string folder;
+  trapQuietly([&] {
+    const auto path = executable();
+    const auto backslash = path.rfind(u'\\');
+    if (backslash != std::u16string::npos) folder = path.substr(0, backslash + 1);
+  });
+  return folder;
+}
+
+void ShellExecuteVelnor() noexcept {
+  LogDebug(u"ShellExecuteVelnor");
+  trapQuietly([] { start({}); });
+}
+
+void ShellExecuteVelnorHiddenNoWait() noexcept {
+  LogDebug(u"ShellExecuteVelnorHiddenNoWait");
+  trapQuietly([] { start(HiddenStart); });
+}
+
+void ShellExecuteVelnorWait() noexcept {
+  trap(
+      [] {
+        if (machine().processes.windowExists(MainWindowClass)) return;
+        if (start(HiddenStart) <= LastStartFailure) return tellUser(CannotStart);
+        if (!waitForWindow()) return tellUser(WindowTimeout);
+        if (!waitForObject()) tellUser(ObjectTimeout);
+      },
+      [](const automation::Error& error) { LogError(concat(error.description(), u" (Error)")); });
+}
+
+velnor::AuxiliaryService GetVelnorAuxSvc() noexcept {
+  velnor::AuxiliaryService service;
+  trapQuietly([&] {
+    if (const auto application = findForOperation(u"GetVelnorAuxSvc")) {
+      service = application.auxiliaryService();
+    }
+  });
+  return service;
+}
+
+bool WaitForInService(const velnor::Application& application) noexcept {
+  bool inService = false;
+  trapQuietly([&] {
+    const Wait wait;
+    while (!inService && wait.inTime()) {
+      ResumeNext resume;
+      if (application) {
+        resume([&] {
+          const auto command = application.phoneCommand();
+          if (!command) return;
+          // Any answer counts, whatever its in-service bit says: a client that answers is ready.
+          command.lineState();
+          inService = true;
+        });
+      }
+      if (!inService) machine().clock.sleep(ServicePoll);
+    }
+  });
+  return inService;
+}
+
+velnor::PhoneCommand GetVelnorPhoneCmdInservice() noexcept {
+  velnor::PhoneCommand command;
+  trapAndLog(u"ERROR in GetVelnorPhoneCmdInservice(): ", [&] {
+    LogDebug(u"GetVelnorPhoneCmdInservice() entered...");
+    if (!GetVelnorAuxSvc()) {
+      LogWarning(u"GetVelnorPhoneCmdInservice() refused because GetVelnorAuxSvc() not found!");
+      return;
+    }
+    LogDebug(u"GetVelnorPhoneCmdInservice() ShellExecuteVelnorWait()...");
+    ShellExecuteVelnorWait();
+    LogDebug(u"GetVelnorPhoneCmdInservice() GetObject()...");
+    const auto application = runningApplication();
+    LogDebug(u"GetVelnorPhoneCmdInservice() WaitForInService()...");
+    if (WaitForInService(application)) {
+      command = application.phoneCommand();
+    } else {
+      LogWarning(u"GetVelnorPhoneCmdInservice() not in service after 20 sec waiting!");
+    }
+  });
+  return command;
+}
+
+velnor::Remote GetVelnorRemote() noexcept {
+  velnor::Remote remote;
+  trapAndLog(u"ERROR in GetVelnorRemote(): ", [&] {
+    ShellExecuteVelnorWait();
+    // The application is only the proof that the client runs.
+    if (findForOperation(u"GetVelnorRemote")) {
+      remote = velnor::Remote(machine().objects.create(velnor::RemoteClass));
+    }
+  });
+  return remote;
+}
+
+void VelnorShowNumber(std::u16string_view number) noexcept {
+  trapQuietly([&] {
+    velnor::Application application;
+    ResumeNext resume;
+    resume([&] { application = runningApplication(); });
+    if (application) {
+      application.auxiliaryService().showNumber(number);
+    } else {
+      ShellExecuteVelnor();
+    }
+  });
+}
+
+}  // namespace cxol

@@ -1,0 +1,110 @@
+#include "client/clsVelnorCmds.h"
+
+#include "addin/globals.h"
+#include "client/OpenVelnorActionDialog.h"
+#include "client/VelnorLocator.h"
+#include "infra/modK9TLog.h"
+#include "infra/modRes.h"
+#include "items/EvalObjects.h"
+#include "items/UIHelpers.h"
+
+namespace cxol {
+namespace {
+
+constexpr std::int32_t ActionsCaption = 303;
+
+void log(std::u16string_view text) {
+  LogDebug(concat(u"clsVelnorCmd: ", text));
+}
+
+/// The click belongs to another window's wrapper.
+bool isForeign(const office::CommandBarControl& ctrl, std::u16string_view parameter) {
+  return ctrl && ctrl.parameter() != parameter;
+}
+
+/// The phone commands, or nothing with a line in the trace. It names `Dial` for every caller, so
+/// that readers of logs find all of them under one text. No error is pending by then: the locator
+/// has traced its reason.
+velnor::PhoneCommand phoneCommand() {
+  auto command = GetVelnorPhoneCmdInservice();
+  if (!command) LogError(u"GetVelnorPhoneCmdInservice() is Nothing in clsVelnorCmds.Dial(): ");
+  return command;
+}
+
+void show(MenuForm::Popup popup, const office::CommandBarControl& ctrl,
+          const office::RibbonControl& ribbonControl) {
+  const auto form = globals().g_frmMenus;
+  if (!form) throw automation::Error(automation::ErrorNumber::ObjectNotSet);
+  if (ribbonControl) {
+    form->ShowMenuRibbon(popup);
+  } else {
+    form->ShowMenu(ctrl, popup);
+  }
+}
+
+void fillActionMenu(MenuForm& form, const outlook::ContactItem& contact) {
+  Texts labels;
+  Texts numbers;
+  GetContactPhoneNumbers(contact, labels, numbers);
+  form.all = {GetResString(ActionsCaption), true, true};
+  // A line between the numbers and the rest needs numbers.
+  form.sep2.visible = false;
+  for (std::size_t i = 0; i < form.ActionNumbers.size(); ++i) {
+    auto& entry = form.ActionNumbers[i];
+    const auto index = static_cast<std::int32_t>(i) + 1;
+    entry.visible =
+        index <= labels.count() && index <= numbers.count() && !numbers.item(index).empty();
+    if (!entry.visible) continue;
+    entry.caption = concat(labels.item(index), u": ", numbers.item(index));
+    form.sep2.visible = true;
+  }
+}
+
+}  // namespace
+
+void clsVelnorCmds::Dial(const office::CommandBarControl& ctrl, std::u16string_view parameter,
+                         const office::RibbonControl& ribbonControl) noexcept {
+  trapAndLog(u"ERROR in clsVelnorCmds.Dial(): ", [&] {
+    log(u"Dial called");
+    if (isForeign(ctrl, parameter)) return log(u"Ctrl is nothing and parameters are different");
+    const auto command = phoneCommand();
+    if (!command) return;
+    if ((command.lineState() & velnor::linestate::Signalling) != 0) {
+      log(u"VelnorCmd call PickUp");
+      return command.pickUp();
+    }
+    if (const auto menu = FillNumberMenu()) {
+      show(menu->popup, ctrl, ribbonControl);
+    } else {
+      VelnorShowNumber(u"");
+    }
+  });
+}
+
+void clsVelnorCmds::Action(const office::CommandBarControl& ctrl, std::u16string_view parameter,
+                           const office::RibbonControl& ribbonControl) noexcept {
+  trapAndLog(u"ERROR in clsVelnorCmds.Action(): ", [&] {
+    log(u"Action called");
+    if (isForeign(ctrl, parameter)) return log(u"Ctrl is nothing and parameters are different");
+    if (const auto contact = GetCurrentContact()) {
+      const auto form = globals().g_frmMenus;
+      if (!form) throw automation::Error(automation::ErrorNumber::ObjectNotSet);
+      fillActionMenu(*form, contact);
+      return show(MenuForm::Popup::MenuPopup, ctrl, ribbonControl);
+    }
+    Texts references;
+    EvaluateCurrentItem(references);
+    OpenVelnorActionDialog(references, 1, 1);
+  });
+}
+
+void clsVelnorCmds::Drop(const office::CommandBarControl& ctrl,
+                         std::u16string_view parameter) noexcept {
+  trapAndLog(u"ERROR in clsVelnorCmds.Drop(): ", [&] {
+    log(u"Drop called");
+    if (isForeign(ctrl, parameter)) return;
+    if (const auto command = phoneCommand()) command.hangUp();
+  });
+}
+
+}  // namespace cxol
