@@ -1,0 +1,186 @@
+#include <string_view>
+
+#include "addin/globals.h"
+#include "addin/identity.h"
+#include "client/SetButtonImage.h"
+#include "explorer/OlCmdEvents.h"
+#include "infra/modK9TLog.h"
+#include "infra/modRes.h"
+#include "infra/runtime.h"
+
+namespace cxol {
+
+/// One control of the toolbar, in the toolbar's order.
+struct OlCmdEvents::Layout {
+  ControlIndex index;
+  std::u16string_view tag;
+  office::ControlType type;
+  std::int32_t captionId;
+  std::int32_t tooltipId;
+  std::u16string_view picture;
+  bool beginGroup;
+  /// Pixels; 0 leaves the width to Office.
+  std::int32_t width;
+  Handler handler;
+};
+
+const OlCmdEvents::Layout OlCmdEvents::Controls[] = {
+    {CbDial, u"CxCbDial", office::ControlType::Edit, 501, 502, u"", false, 150,
+     &OlCmdEvents::CbDial_Change},
+    {BtDial, u"CxBtDial", office::ControlType::Button, 503, 504, u"dial", true, 0,
+     &OlCmdEvents::BtDial_Click},
+    {BtDrop, u"CxBtDrop", office::ControlType::Button, 505, 506, u"drop", false, 0,
+     &OlCmdEvents::BtDrop_Click},
+    // The tooltip of the call manager, though the client has one of its own.
+    {BtVelnor, u"CxBtVelnor", office::ControlType::Button, 515, 508, u"velnor", true, 0,
+     &OlCmdEvents::BtVelnor_Click},
+    {BtAction, u"CxBtAction", office::ControlType::Button, 519, 520, u"action", true, 100,
+     &OlCmdEvents::BtAction_Click},
+};
+
+/// A control of an older layout, removed once the control before it stands.
+struct OlCmdEvents::Obsolete {
+  ControlIndex after;
+  ControlIndex index;
+  std::u16string_view tag;
+  Handler handler;
+};
+
+const OlCmdEvents::Obsolete OlCmdEvents::ObsoleteControls[] = {
+    {BtDrop, BtTransfer, u"CxBtTransfer", &OlCmdEvents::BtTransfer_Click},
+    {BtDrop, BtIncognito, u"CxBtIncognito", &OlCmdEvents::BtIncognito_Click},
+    {BtDrop, BtPickup, u"CxBtPickup", &OlCmdEvents::BtPickup_Click},
+    {BtVelnor, BtCallInfo, u"CxBtCallInfo", &OlCmdEvents::BtCallInfo_Click},
+};
+
+void OlCmdEvents::InitVelnorBarExplorer() {
+  LogDebug(u"InitVelnorBarExplorer...");
+  parameter_ = NewInstanceIdentity();
+  ResumeNext resume;
+  explorerBar_ = findBar();
+  if (explorerBar_) {
+    resume([&] { LogDebug(concat(u"Re-use command bar ", explorerBar_.name())); });
+  } else {
+    LogDebug(u"Create new command bar.");
+    resume([&] { explorerBar_ = explorer_.commandBars().add(globals().g_product); });
+  }
+  resume([&] { explorerBar_.setPosition(office::BarPosition::Top); });
+  resume([&] { explorerBar_.setName(globals().g_product); });
+  clearOldLayout();
+
+  bool anyCreated = false;
+  for (const auto& layout : Controls) {
+    if (initControl(layout)) anyCreated = true;
+    for (const auto& obsolete : ObsoleteControls) {
+      if (obsolete.after == layout.index) removeObsolete(obsolete);
+    }
+  }
+  // New buttons are drawn before the bar comes up.
+  if (anyCreated) resume([] { machine().clock.pumpMessages(); });
+  resume([&] { explorerBar_.setVisible(true); });
+  LogDebug(u"...done.");
+}
+
+office::CommandBar OlCmdEvents::findBar() const {
+  const auto& g = globals();
+  ResumeNext resume;
+  office::CommandBar bar;
+  office::CommandBars bars;
+  resume([&] { bars = explorer_.commandBars(); });
+  // The first look for the product's own bar may come too early for Office: it is repeated.
+  for (const std::u16string_view name :
+       {std::u16string_view(g.g_product), std::u16string_view(g.g_product),
+        std::u16string_view(g.g_brand1), std::u16string_view(g.g_brand2),
+        std::u16string_view(g.g_brand3), std::u16string_view(g.g_brand4), NeutralName}) {
+    resume([&] { bar = bars.item(name); });
+    if (bar) break;
+  }
+  return bar;
+}
+
+void OlCmdEvents::clearOldLayout() {
+  ResumeNext resume;
+  office::CommandBarControl transfer;
+  resume([&] {
+    transfer = explorerBar_.findControl(u"CxBtTransfer");
+    keep(BtTransfer, transfer, &OlCmdEvents::BtTransfer_Click);
+  });
+  if (!transfer) return;
+  resume([&] {
+    const auto controls = explorerBar_.controls();
+    for (std::int32_t i = controls.count(); i >= 1; --i) {
+      resume([&] { controls.item(i).remove(); });
+    }
+  });
+}
+
+bool OlCmdEvents::initControl(const Layout& layout) {
+  ResumeNext resume;
+  office::CommandBarControl control;
+  resume([&] { control = explorerBar_.findControl(layout.tag); });
+  const bool create = !control;
+  if (create) {
+    resume([&] { control = explorerBar_.controls().add(layout.type); });
+  }
+  resume([&] { keep(layout.index, control, layout.handler); });
+  const bool created = create && control;
+  if (created && layout.type == office::ControlType::Button) {
+    resume([&] { control.setStyle(office::ButtonStyle::Icon); });
+    SetButtonImage(layout.picture, control);
+  }
+  if (control) configure(layout, control);
+  return created;
+}
+
+void OlCmdEvents::configure(const Layout& layout, const office::CommandBarControl& control) const {
+  ResumeNext resume;
+  const auto setTooltip = [&] { control.setTooltipText(GetResString(layout.tooltipId)); };
+  const bool edit = layout.type == office::ControlType::Edit;
+  if (layout.beginGroup) resume([&] { control.setBeginGroup(true); });
+  if (layout.width != 0) resume([&] { control.setWidth(layout.width); });
+  resume([&] { control.setCaption(GetResString(layout.captionId)); });
+  if (edit) resume(setTooltip);
+  resume([&] { control.setTag(layout.tag); });
+  resume([&] { control.setOnAction(concat(u"!<", globals().g_sProgId, u">")); });
+  if (!edit) resume(setTooltip);
+  resume([&] { control.setVisible(true); });
+  resume([&] { control.setParameter(parameter_); });
+}
+
+void OlCmdEvents::removeObsolete(const Obsolete& obsolete) {
+  ResumeNext resume;
+  resume([&] {
+    const auto control = explorerBar_.findControl(obsolete.tag);
+    resume([&] { keep(obsolete.index, control, obsolete.handler); });
+    if (control) control.remove();
+  });
+}
+
+void OlCmdEvents::keep(ControlIndex index, const office::CommandBarControl& control,
+                       Handler handler) {
+  auto& kept = controls_[index];
+  kept = {control, {}};
+  if (!control) return;
+  const bool edit = index == CbDial;
+  kept.events = control.object().connect(
+      edit ? office::CommandBarComboBoxEvents : office::CommandBarButtonEvents,
+      std::make_shared<office::ControlSink<OlCmdEvents>>(weak_from_this(), handler));
+}
+
+void OlCmdEvents::DeInitVelnorBarExplorer(bool deleteBar) noexcept {
+  LogDebug(concat(u"DeInitVelnorBarExplorer, deleteBar = ", boolText(deleteBar)));
+  ResumeNext resume;
+  if (!explorerBar_) {
+    LogWarning(u"No explorer command bar found!");
+  } else if (deleteBar) {
+    resume([&] { LogDebug(concat(u"Delete command bar: ", explorerBar_.name())); });
+    resume([&] { explorerBar_.remove(); });
+  } else {
+    resume([&] { LogDebug(concat(u"Hide command bar: ", explorerBar_.name())); });
+    resume([&] { explorerBar_.setVisible(false); });
+  }
+  for (auto& kept : controls_) kept = {};
+  explorerBar_ = {};
+}
+
+}  // namespace cxol

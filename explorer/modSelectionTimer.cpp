@@ -1,0 +1,45 @@
+#include "explorer/modSelectionTimer.h"
+
+#include "addin/globals.h"
+#include "infra/errors.h"
+#include "infra/runtime.h"
+#include "platform/timers.h"
+
+namespace cxol {
+namespace {
+
+/// Milliseconds.
+constexpr std::uint32_t Delay = 400;
+
+void selectionTick() noexcept {
+  trapQuietly([] {
+    if (const auto target = globals().SelTimerTarget) target->onExplorerSelectionChange();
+    StopSelectionTimer();
+  });
+}
+
+}  // namespace
+
+void StartSelectionTimer(std::shared_ptr<ExplorerWrapper> target) noexcept {
+  trapQuietly([&] {
+    auto& state = globals();
+    if (state.g_bIgnoreSelChange) return;
+    StopSelectionTimer();
+    state.SelTimerTarget = std::move(target);
+    state.SelTimerId = machine().timers.setTimer(Delay, [] { selectionTick(); });
+  });
+}
+
+void StopSelectionTimer() noexcept {
+  trapQuietly([] {
+    auto& state = globals();
+    // The wrapper may go away with this reference, and what that triggers must find none.
+    const auto released = std::move(state.SelTimerTarget);
+    state.SelTimerTarget.reset();
+    if (state.SelTimerId == 0) return;
+    machine().timers.killTimer(state.SelTimerId);
+    state.SelTimerId = 0;
+  });
+}
+
+}  // namespace cxol
