@@ -1,0 +1,192 @@
+#include "simulator/data/JsonNode.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "simulator/data/Utf8.h"
+
+namespace simulator {
+namespace {
+
+using nlohmann::json;
+
+std::string kindOf(const json& value) {
+  switch (value.type()) {
+    case json::value_t::null: return "null";
+    case json::value_t::object: return "object";
+    case json::value_t::array: return "list";
+    case json::value_t::string: return "text";
+    case json::value_t::boolean: return "true or false";
+    default: return "number";
+  }
+}
+
+std::string escapedToken(std::string_view token) {
+  std::string escaped;
+  for (const char c : token) escaped += c == '~' ? "~0" : c == '/' ? "~1" : std::string(1, c);
+  return escaped;
+}
+
+/// "line 3, column 14" of a byte; columns count characters.
+std::string lineAndColumn(std::string_view text, std::size_t byte) {
+  const std::string_view before = text.substr(0, std::min(byte, text.size()));
+  const std::size_t lineStart = before.rfind('\n') + 1;  // 0 on the first line
+  const auto isLead = [](char c) { return (static_cast<unsigned char>(c) & 0xC0u) != 0x80u; };
+  const auto column = std::ranges::count_if(before.substr(lineStart), isLead) + 1;
+  return "line " + std::to_string(std::ranges::count(before, '\n') + 1) + ", column " +
+         std::to_string(column);
+}
+
+/// Notices keys that stand twice in an object: the parser itself would keep the last silently.
+class DuplicateKeys {
+ public:
+  explicit DuplicateKeys(std::string_view file) : file_(file) {}
+
+  bool operator()(int, json::parse_event_t event, json& parsed) {
+    using Event = json::parse_event_t;
+    const bool opens = event == Event::object_start || event == Event::array_start;
+    if (opens || event == Event::value)
+      if (!open_.empty() && open_.back().isArray) ++open_.back().elements;
+    if (opens) open_.push_back({event == Event::array_start, 0, {}});
+    if (event == Event::object_end || event == Event::array_end) open_.pop_back();
+    if (event == Event::key) note(parsed.get_ref<const std::string&>());
+    return true;
+  }
+
+ private:
+  struct Level {
+    bool isArray;
+    std::size_t elements;
+    std::vector<std::string> keys;
+  };
+
+  void note(const std::string& key) {
+    auto& keys = open_.back().keys;
+    const bool again = std::ranges::find(keys, key) != keys.end();
+    keys.push_back(key);
+    if (again)
+      throw InputError(std::string(file_) + ": " + pointer() + ": this key stands twice here");
+  }
+
+  std::string pointer() const {
+    std::string pointer;
+    for (const Level& level : open_)
+      pointer += "/" + (level.isArray ? std::to_string(level.elements - 1)
+                                      : escapedToken(level.keys.back()));
+    return pointer;
+  }
+
+  std::string_view file_;
+  std::vector<Level> open_;
+};
+
+}  // namespace
+
+JsonNode JsonNode::child(const json& value, std::string_view token) const {
+  JsonNode node(value, file_);
+  node.pointer_ = pointer_ + "/" + escapedToken(token);
+  return node;
+}
+
+bool JsonNode::isText() const {
+  return value_->is_string();
+}
+bool JsonNode::isBoolean() const {
+  return value_->is_boolean();
+}
+bool JsonNode::isArray() const {
+  return value_->is_array();
+}
+
+std::u16string JsonNode::text() const {
+  if (!value_->is_string()) failExpected("text");
+  // The parser has accepted valid UTF-8 only.
+  return fromUtf8(value_->get_ref<const std::string&>()).value();
+}
+
+std::u16string JsonNode::filledText() const {
+  std::u16string result = text();
+  if (result.empty()) failExpected("text", "empty text");
+  return result;
+}
+
+bool JsonNode::boolean() const {
+  if (!value_->is_boolean()) failExpected("true or false");
+  return value_->get<bool>();
+}
+
+std::vector<JsonNode> JsonNode::elements() const {
+  if (!value_->is_array()) failExpected("list");
+  std::vector<JsonNode> nodes;
+  for (std::size_t i = 0; i < value_->size(); ++i)
+    nodes.push_back(child((*value_)[i], std::to_string(i)));
+  return nodes;
+}
+
+void JsonNode::checkKeys(std::span<const std::string_view> allowed) const {
+  if (!value_->is_object()) failExpected("object");
+  for (const auto& member : value_->items())
+    if (std::ranges::find(allowed, member.key()) == allowed.end())
+      child(member.value(), member.key()).fail("unknown key, expected " + wordList(allowed));
+}
+
+std::vector<std::pair<std::u16string, JsonNode>> JsonNode::members() const {
+  if (!value_->is_object()) failExpected("object");
+  std::vector<std::pair<std::u16string, JsonNode>> members;
+  for (const auto& member : value_->items())
+    members.emplace_back(fromUtf8(member.key()).value(), child(member.value(), member.key()));
+  return members;
+}
+
+std::optional<JsonNode> JsonNode::find(std::string_view key) const {
+  if (!value_->is_object()) failExpected("object");
+  const auto found = value_->find(std::string(key));
+  if (found == value_->end()) return std::nullopt;
+  return child(*found, key);
+}
+
+JsonNode JsonNode::at(std::string_view key) const {
+  auto node = find(key);
+  if (!node) fail("expected key \"" + std::string(key) + "\", found none");
+  return *std::move(node);
+}
+
+void JsonNode::fail(const std::string& message) const {
+  throw InputError(std::string(file_) + ": " + (pointer_.empty() ? "/" : pointer_) + ": " +
+                   message);
+}
+
+void JsonNode::failExpected(const std::string& expected, const std::string& found) const {
+  fail("expected " + expected + ", found " + found);
+}
+
+void JsonNode::failExpected(const std::string& expected) const {
+  failExpected(expected, kindOf(*value_));
+}
+
+json parseJson(std::string_view text, std::string_view file) {
+  text = withoutByteOrderMark(text);
+  constexpr bool Throwing = true, Comments = true;
+  try {
+    return json::parse(text, DuplicateKeys(file), Throwing, Comments);
+  } catch (const json::parse_error& error) {
+    // "[...] parse error at line 1, column 2: syntax error while parsing object - ..."
+    std::string reason = error.what();
+    if (const auto dash = reason.find(" - "); dash != std::string::npos) reason.erase(0, dash + 3);
+    const std::size_t byte = error.byte > 0 ? error.byte - 1 : 0;
+    throw InputError(std::string(file) + ": " + lineAndColumn(text, byte) + ": " + reason);
+  } catch (const json::out_of_range&) {
+    throw InputError(std::string(file) + ": a number is too large");
+  }
+}
+
+std::string wordList(std::span<const std::string_view> words) {
+  std::string list;
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    if (i > 0) list += i + 1 == words.size() ? " or " : ", ";
+    list += words[i];
+  }
+  return list;
+}
+
+}  // namespace simulator

@@ -1,0 +1,70 @@
+#include "simulator/data/Utf8.h"
+
+#include <cstddef>
+#include <fstream>
+#include <iterator>
+
+namespace simulator {
+namespace {
+
+constexpr char32_t Invalid = 0xFFFFFFFF;
+
+struct Lead {
+  std::size_t followers;
+  char32_t bits;
+  char32_t least;  // smaller values have a shorter form
+};
+
+std::optional<Lead> classify(unsigned char byte) {
+  if (byte < 0x80) return Lead{0, byte, 0};
+  if (byte >= 0xC2 && byte < 0xE0) return Lead{1, byte & 0x1Fu, 0x80};
+  if (byte >= 0xE0 && byte < 0xF0) return Lead{2, byte & 0x0Fu, 0x800};
+  if (byte >= 0xF0 && byte < 0xF5) return Lead{3, byte & 0x07u, 0x10000};
+  return std::nullopt;
+}
+
+char32_t nextCodePoint(std::string_view bytes, std::size_t& at) {
+  const auto lead = classify(static_cast<unsigned char>(bytes[at++]));
+  if (!lead || bytes.size() - at < lead->followers) return Invalid;
+  char32_t point = lead->bits;
+  for (std::size_t i = 0; i < lead->followers; ++i) {
+    const auto byte = static_cast<unsigned char>(bytes[at++]);
+    if ((byte & 0xC0u) != 0x80u) return Invalid;
+    point = (point << 6) | (byte & 0x3Fu);
+  }
+  const bool surrogate = point >= 0xD800 && point < 0xE000;
+  return point < lead->least || surrogate || point > 0x10FFFF ? Invalid : point;
+}
+
+}  // namespace
+
+std::optional<std::u16string> fromUtf8(std::string_view bytes) {
+  std::u16string text;
+  text.reserve(bytes.size());
+  for (std::size_t at = 0; at < bytes.size();) {
+    const char32_t point = nextCodePoint(bytes, at);
+    if (point == Invalid) return std::nullopt;
+    if (point < 0x10000) {
+      text += static_cast<char16_t>(point);
+    } else {
+      text += static_cast<char16_t>(0xD800 + ((point - 0x10000) >> 10));
+      text += static_cast<char16_t>(0xDC00 + ((point - 0x10000) & 0x3FF));
+    }
+  }
+  return text;
+}
+
+std::string_view withoutByteOrderMark(std::string_view bytes) noexcept {
+  constexpr std::string_view Mark = "\xEF\xBB\xBF";
+  return bytes.starts_with(Mark) ? bytes.substr(Mark.size()) : bytes;
+}
+
+std::optional<std::string> readWholeFile(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) return std::nullopt;
+  std::string bytes{std::istreambuf_iterator<char>(file), {}};
+  // A folder opens but can't be read.
+  return file.bad() ? std::nullopt : std::optional(std::move(bytes));
+}
+
+}  // namespace simulator

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace simulator {
+
+/// Nothing when the bytes are no valid UTF-8 (overlong forms and surrogates count as invalid).
+std::optional<std::u16string> fromUtf8(std::string_view bytes);
+
+/// A byte order mark, if any, cut off.
+std::string_view withoutByteOrderMark(std::string_view bytes) noexcept;
+
+/// The whole file, or nothing when it can't be read.
+std::optional<std::string> readWholeFile(const std::string& path);
+
+}  // namespace simulator

@@ -1,0 +1,14 @@
+#include "simulator/mailbox.h"
+
+#include "simulator/data/Contact.h"
+
+namespace simulator {
+
+std::u16string MailboxItem::title() const {
+  if (kind != outlook::ObjectClass::Contact) return propertyText(*this, u"Subject");
+  for (const auto* name : {u"LastNameAndFirstName", u"CompanyName", u"FullName"})
+    if (auto text = propertyText(*this, name); !text.empty()) return text;
+  return {};
+}
+
+}  // namespace simulator

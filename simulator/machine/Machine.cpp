@@ -1,0 +1,36 @@
+#include "simulator/machine/Machine.h"
+
+namespace simulator {
+
+using platform::RegistryRoot;
+
+Machine::Machine(Boundary& boundary)
+    : timers(boundary, uptime_),
+      clock(boundary, uptime_, timers),
+      registry(boundary),
+      files(boundary),
+      language(boundary),
+      client(uptime_),
+      processes(boundary, client),
+      objects(boundary, client),
+      screen(boundary),
+      pictures(boundary),
+      loggingLibrary(boundary),
+      mapiHelper(boundary) {
+  registry.setString(RegistryRoot::CurrentUser,
+                     u"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders",
+                     u"Local AppData", LocalAppData);
+  files.makeFolder(LocalAppData);
+  files.makeFolder(u"C:\\Program Files\\Common Files");
+}
+
+platform::Platform Machine::platform() {
+  return {clock,    files,     language, loggingLibrary, mapiHelper, objects,
+          pictures, processes, registry, screen,         timers};
+}
+
+void Machine::installClient() {
+  client.install(registry);
+}
+
+}  // namespace simulator
