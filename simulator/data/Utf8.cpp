@@ -67,4 +67,37 @@ std::optional<std::string> readWholeFile(const std::string& path) {
   return file.bad() ? std::nullopt : std::optional(std::move(bytes));
 }
 
+std::string toUtf8(std::u16string_view text) {
+  constexpr char32_t Replacement = 0xFFFD;
+  std::string bytes;
+  bytes.reserve(text.size());
+  const auto tail = [&](char32_t c, int shift) {
+    bytes.push_back(static_cast<char>(0x80 | (c >> shift & 0x3F)));
+  };
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    char32_t c = text[i];
+    if (c >= 0xD800 && c <= 0xDFFF) {
+      const bool pair =
+          c <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF;
+      c = pair ? 0x10000 + ((c - 0xD800) << 10) + (text[++i] - 0xDC00u) : Replacement;
+    }
+    if (c < 0x80) {
+      bytes.push_back(static_cast<char>(c));
+    } else if (c < 0x800) {
+      bytes.push_back(static_cast<char>(0xC0 | c >> 6));
+      tail(c, 0);
+    } else if (c < 0x10000) {
+      bytes.push_back(static_cast<char>(0xE0 | c >> 12));
+      tail(c, 6);
+      tail(c, 0);
+    } else {
+      bytes.push_back(static_cast<char>(0xF0 | c >> 18));
+      tail(c, 12);
+      tail(c, 6);
+      tail(c, 0);
+    }
+  }
+  return bytes;
+}
+
 }  // namespace simulator

@@ -1,0 +1,394 @@
+#include "simulator/outlook/HostCore.h"
+
+#include <algorithm>
+
+#include "platform/conversions.h"
+#include "simulator/data/Utf8.h"
+#include "simulator/outlook/ItemObjects.h"
+
+namespace simulator {
+namespace {
+
+using automation::Error;
+using automation::ErrorNumber;
+using outlook::ObjectClass;
+
+constexpr std::int32_t OutboxFolder = 4;
+
+std::u16string digits(int number, int length) {
+  auto text = automation::int32Text(number);
+  while (static_cast<int>(text.size()) < length) text.insert(text.begin(), u'0');
+  return text;
+}
+
+ObjectClass kindOf(outlook::ItemType type) {
+  switch (type) {
+    case outlook::ItemType::Mail: return ObjectClass::Mail;
+    case outlook::ItemType::Appointment: return ObjectClass::Appointment;
+    case outlook::ItemType::Contact: return ObjectClass::Contact;
+    case outlook::ItemType::Task: return ObjectClass::Task;
+    case outlook::ItemType::Journal: return ObjectClass::Journal;
+    case outlook::ItemType::Note: return ObjectClass::Note;
+    case outlook::ItemType::Post: return ObjectClass::Post;
+  }
+  return ObjectClass::Mail;
+}
+
+}  // namespace
+
+std::shared_ptr<HostCore> enterHost(const std::weak_ptr<HostCore>& weak,
+                                    std::u16string_view className, std::u16string_view member) {
+  auto core = weak.lock();
+  if (!core || !core->running) throw Error(ErrorNumber::ServerUnavailable);
+  core->checkFailing(className, member);
+  return core;
+}
+
+HostCore::HostCore(Mailbox& mail, OutlookOptions given, BarStore& bars, Boundary& line,
+                   OutlookServices machine)
+    : mailbox(mail),
+      options(std::move(given)),
+      store(bars),
+      boundary(line),
+      services(std::move(machine)) {}
+
+void HostCore::checkFailing(std::u16string_view className, std::u16string_view member) const {
+  if (failing.empty()) return;
+  const auto found = failing.find({std::u16string(className), std::u16string(member)});
+  if (found != failing.end()) throw found->second;
+}
+
+Value HostCore::itemById(std::u16string_view id) {
+  if (byId_.empty() || !byId_.contains(id)) {
+    for (auto& folder : mailbox.folders) {
+      for (auto& item : folder.items) byId_[item.id] = {&folder, &item};
+    }
+  }
+  const auto found = byId_.find(id);
+  if (found == byId_.end()) throw Error(ErrorNumber::AutomationFailed);
+  return itemObject(*found->second.first, *found->second.second);
+}
+
+Value HostCore::itemObject(MailboxFolder& folder, MailboxItem& item) {
+  auto& known = itemObjects_[&item];
+  auto object = known.lock();
+  if (!object) {
+    object = std::make_shared<ItemObject>(weak_from_this(), folder, item);
+    known = object;
+  }
+  return object->handle();
+}
+
+Value HostCore::folderObject(MailboxFolder& folder) {
+  return std::make_shared<FolderObject>(weak_from_this(), folder)->handle();
+}
+
+Value HostCore::defaultFolder(std::int32_t type) {
+  const auto found = std::ranges::find(mailbox.folders, true, &MailboxFolder::outbox);
+  if (type != OutboxFolder || found == mailbox.folders.end()) {
+    throw Error(ErrorNumber::InvalidProcedureCall);
+  }
+  return folderObject(*found);
+}
+
+Value HostCore::createItem(outlook::ItemType type) {
+  const auto home = std::ranges::find(mailbox.folders, type, &MailboxFolder::itemType);
+  auto& folder = home == mailbox.folders.end() ? mailbox.folders.front() : *home;
+  // Windows point at items: a folder's items must not move while Outlook runs.
+  auto item = std::make_shared<MailboxItem>();
+  item->kind = kindOf(type);
+  item->id = u"new " + automation::int32Text(++lastItem_);
+  item->properties[u"Subject"] = u"";
+  item->properties[u"Sent"] = false;
+  newItems.push_back(item);
+  return itemObject(folder, *item);
+}
+
+automation::Object HostCore::clipboardPicture() const {
+  return services.clipboard ? Boundary::in(services.clipboard()) : automation::Object();
+}
+
+std::u16string HostCore::isoDate(std::u16string_view date) const {
+  const auto time = services.parseDate ? services.parseDate(date) : std::nullopt;
+  if (!time) throw Error(ErrorNumber::InvalidProcedureCall);
+  return digits(time->year, 4) + u"-" + digits(time->month, 2) + u"-" + digits(time->day, 2);
+}
+
+void HostCore::controlsAddHook(int window) {
+  if (addHook) addHook(window);
+}
+
+std::u16string HostCore::captionOf(const WindowState& state) const {
+  if (state.kind == WindowKind::Explorer) return state.folder->name + u" - Microsoft Outlook";
+  const auto title = state.item->title();
+  return (title.empty() ? u"Untitled" : title) + u" - Microsoft Outlook";
+}
+
+std::vector<HostCore::Window> HostCore::windowsOf(WindowKind kind) const {
+  std::vector<Window> found;
+  for (const auto& window : zorder) {
+    if (window->state.kind == kind) found.push_back(window);
+  }
+  if (closing && closing->state.kind == kind) found.push_back(closing);
+  std::ranges::sort(found, {}, [](const Window& window) { return window->state.number; });
+  return found;
+}
+
+HostCore::Window HostCore::top(std::optional<WindowKind> kind) const {
+  const auto found = std::ranges::find_if(
+      zorder, [&](const Window& window) { return !kind || window->state.kind == *kind; });
+  return found == zorder.end() ? nullptr : *found;
+}
+
+HostCore::Window HostCore::window(int number) const {
+  for (const auto& window : zorder) {
+    if (window->state.number == number) return window;
+  }
+  throw HostError("there is no window " + std::to_string(number));
+}
+
+HostCore::Window HostCore::windowOf(int number, WindowKind kind) const {
+  auto found = window(number);
+  if (found->state.kind != kind) {
+    throw HostError("window " + std::to_string(number) + " is no " +
+                    (kind == WindowKind::Explorer ? "explorer" : "inspector"));
+  }
+  return found;
+}
+
+MailboxFolder& HostCore::folder(std::u16string_view nameOrId) const {
+  if (mailbox.folders.empty()) throw HostError("the mailbox has no folder");
+  if (nameOrId.empty()) return mailbox.folders.front();
+  for (auto& each : mailbox.folders) {
+    if (each.name == nameOrId || each.id == nameOrId) return each;
+  }
+  throw HostError("there is no folder \"" + toUtf8(nameOrId) + "\"");
+}
+
+HostCore::Window HostCore::openExplorer(MailboxFolder& folder, bool announce) {
+  WindowState state;
+  state.number = ++lastWindow_;
+  state.bars = explorerBars;
+  state.folder = &folder;
+  for (const auto& bar : *explorerBars) {
+    // A window takes over what Outlook has kept.
+    const auto kept = findBar(store.explorers, bar->name);
+    if (kept) bar->places[state.number] = {kept->visible, kept->position};
+  }
+  const auto window = std::make_shared<WindowObject>(weak_from_this(), std::move(state));
+  // The new window exists, but is not shown yet.
+  zorder.push_back(window);
+  if (announce) explorers->raiseNew(*window);
+  activate(window);
+  return window;
+}
+
+HostCore::Window HostCore::openInspector(MailboxFolder& folder, MailboxItem& item) {
+  for (const auto& window : windowsOf(WindowKind::Inspector)) {
+    if (window->state.item != &item) continue;
+    activate(window);
+    return window;
+  }
+  WindowState state;
+  state.number = ++lastWindow_;
+  state.kind = WindowKind::Inspector;
+  state.itemFolder = &folder;
+  state.item = &item;
+  state.wordMail = options.wordIsMailEditor && item.kind == ObjectClass::Mail;
+  state.bars = std::make_shared<Bars>();
+  for (const auto& stored : store.inspectors) {
+    auto bar = barFrom(weak_from_this(), stored);
+    bar->row = static_cast<int>(state.bars->size());
+    bar->places[state.number] = {stored.visible, stored.position};
+    state.bars->push_back(std::move(bar));
+    state.foundBars.push_back(stored.name);
+  }
+  const auto window = std::make_shared<WindowObject>(weak_from_this(), std::move(state));
+  zorder.push_back(window);
+  inspectors->raiseNew(*window);
+  if (!window->open) return window;
+  toFront(window);
+  if (ribbons()) prepareRibbon(*window);
+  activate(window);
+  return window;
+}
+
+void HostCore::toFront(const Window& window) {
+  const auto found = std::ranges::find(zorder, window);
+  if (found != zorder.end()) std::rotate(zorder.begin(), found, found + 1);
+}
+
+void HostCore::activate(const Window& window) {
+  if (!window->open) return;
+  toFront(window);
+  if (window->explorer()) {
+    window->raise(outlook::ExplorerEvent::Activate);
+  } else {
+    activated(weak_from_this(), *window->state.bars);
+    window->raise(outlook::InspectorEvent::Activate);
+  }
+}
+
+void HostCore::close(const Window& window) {
+  if (!window->open) return;
+  const auto self = shared_from_this();
+  const bool counted = window->explorer() && options.version.starts_with(u"9.");
+  if (window->explorer()) {
+    // Outlook 2000 counts the window while its Close is told, later versions do not.
+    if (counted) closing = window;
+    std::erase(zorder, window);
+    window->raise(outlook::ExplorerEvent::Close);
+    closing.reset();
+    storeExplorerBars(window->state.number);
+  } else {
+    window->raise(outlook::InspectorEvent::Close);
+    std::erase(zorder, window);
+    storeInspectorBars(window->state);
+  }
+  window->open = false;
+  if (!zorder.empty() || !running) return;
+  // The last window is gone: Outlook ends.
+  if (auto* const leaving = std::exchange(addin, nullptr)) {
+    leaving->onBeginShutdown();
+    leaving->onDisconnection(0);
+  }
+  for (const auto& bar : *explorerBars) {
+    if (!findBar(store.explorers, bar->name)) {
+      store.explorers.push_back(storedFrom(*bar, window->state.number));
+    }
+  }
+  running = false;
+}
+
+void HostCore::storeExplorerBars(int window) {
+  store.explorers.clear();
+  for (const auto& bar : *explorerBars) store.explorers.push_back(storedFrom(*bar, window));
+}
+
+void HostCore::storeInspectorBars(const WindowState& state) {
+  std::vector<StoredBar> kept;
+  // Bars that the window found and no longer has are gone; those of other windows stay.
+  for (const auto& stored : store.inspectors) {
+    if (std::ranges::find(state.foundBars, stored.name) == state.foundBars.end()) {
+      kept.push_back(stored);
+    }
+  }
+  for (const auto& bar : *state.bars) {
+    std::erase_if(kept, [&](const StoredBar& each) { return each.name == bar->name; });
+    kept.push_back(storedFrom(*bar, state.number));
+  }
+  store.inspectors = std::move(kept);
+}
+
+std::vector<std::shared_ptr<ControlObject>> HostCore::controls() const {
+  std::vector<std::shared_ptr<ControlObject>> found;
+  const auto take = [&](const Bars& bars) {
+    for (const auto& bar : bars) {
+      found.insert(found.end(), bar->controls.begin(), bar->controls.end());
+    }
+  };
+  take(*explorerBars);
+  for (const auto& window : windowsOf(WindowKind::Inspector)) take(*window->state.bars);
+  return found;
+}
+
+std::shared_ptr<ControlObject> HostCore::findControl(const Window& window,
+                                                     std::u16string_view name) const {
+  for (const auto& bar : *window->state.bars) {
+    const auto place = bar->places.find(window->state.number);
+    if (place == bar->places.end() || !place->second.visible) continue;
+    for (const auto& control : bar->controls) {
+      const StoredControl& state = control->state;
+      if (state.visible && (state.tag == name || state.caption == name || state.tooltip == name)) {
+        return control;
+      }
+    }
+  }
+  throw HostError("window " + std::to_string(window->state.number) + " shows no button \"" +
+                  toUtf8(name) + "\"");
+}
+
+void HostCore::click(const std::shared_ptr<ControlObject>& control) {
+  // Office tells every sink of every control of the same tag, in whatever window.
+  const auto tag = control->state.tag;
+  for (const auto& each : controls()) {
+    if (each == control || (!tag.empty() && each->state.tag == tag)) each->raise(control->handle());
+  }
+}
+
+bool HostCore::ribbons() const {
+  return options.version.starts_with(u"12.");
+}
+
+namespace {
+
+/// IRibbonControl, IRibbonUI.
+automation::Object record(std::weak_ptr<HostCore> core, std::u16string_view name,
+                          RecordObject::Fields fields) {
+  return std::make_shared<RecordObject>(std::move(core), name, std::move(fields))->handle();
+}
+
+}  // namespace
+
+automation::Object HostCore::ribbonControl(const Window& window, std::u16string_view id) {
+  return record(weak_from_this(), u"IRibbonControl",
+                {{u"Id", [id = std::u16string(id)] { return Value(id); }},
+                 {u"Tag", [] { return Value(u""); }},
+                 {u"Context", [weak = std::weak_ptr(window)] {
+                    const auto context = weak.lock();
+                    return Value(context ? context->handle() : automation::Object());
+                  }}});
+}
+
+void HostCore::prepareRibbon(WindowObject& window) {
+  auto& state = window.state;
+  const auto sent = state.item->properties.find(u"Sent");
+  const std::u16string id(ribbonIdOf(
+      state.item->kind, sent == state.item->properties.end() || sent->second.toBoolean()));
+  if (id.empty() || !addin) return;
+  if (askedRibbons_.insert(id).second) markups_[id] = addin->getCustomUi(id);
+  if (!addin) return;
+  state.ribbon = readRibbon(markups_[id]);
+  const auto call = [&](std::u16string_view callback, const automation::Object& argument) {
+    try {
+      const std::vector<Value> args{boundary.out(argument)};
+      return addin->ribbonCallback(callback, args);
+    } catch (const Error&) {
+      // A callback that is missing or fails is passed over.
+      return Value();
+    }
+  };
+  if (!state.ribbon.onLoad.empty() && loadedRibbons_.insert(id).second) {
+    call(state.ribbon.onLoad, record(weak_from_this(), u"IRibbonUI", {}));
+  }
+  std::size_t button = 0;
+  const auto self = std::static_pointer_cast<WindowObject>(window.shared_from_this());
+  for (auto& group : state.ribbon.groups) {
+    for (auto& view : group.buttons) {
+      const auto& callbacks = state.ribbon.callbacks[button++];
+      if (callbacks.getImage.empty() || !addin) continue;
+      const Value picture = call(callbacks.getImage, ribbonControl(self, view.id));
+      if (picture.isObject() && picture.toObject()) {
+        view.picture = Boundary::in(picture).toObject().get(u"Name").toText();
+      }
+    }
+  }
+}
+
+void HostCore::clickRibbon(const Window& window, std::u16string_view button) {
+  std::size_t index = 0;
+  for (const auto& group : window->state.ribbon.groups) {
+    for (const auto& view : group.buttons) {
+      const auto callbacks = window->state.ribbon.callbacks[index++];
+      if (view.id != button && view.label != button) continue;
+      if (!addin) return;
+      const std::vector<Value> args{boundary.out(ribbonControl(window, view.id))};
+      addin->ribbonCallback(callbacks.onAction, args);
+      return;
+    }
+  }
+  throw HostError("the ribbon of window " + std::to_string(window->state.number) +
+                  " has no button \"" + toUtf8(button) + "\"");
+}
+
+}  // namespace simulator
