@@ -26,12 +26,14 @@ void OlEvents::Connect() noexcept {
   isConnecting_ = false;
 }
 
-void OlEvents::Init(const outlook::Inspector& inspector) {
+void OlEvents::Init(const outlook::Inspector& inspector) noexcept {
   inspectorEvents_.close();
   inspector_ = inspector;
-  inspectorEvents_ = inspector_.object().connect(
-      outlook::InspectorEventInterface,
-      std::make_shared<automation::ReceiverSink<outlook::InspectorEvents>>(weak_from_this()));
+  trapQuietly([&] {
+    inspectorEvents_ = inspector_.object().connect(
+        outlook::InspectorEventInterface,
+        std::make_shared<automation::ReceiverSink<outlook::InspectorEvents>>(weak_from_this()));
+  });
 }
 
 void OlEvents::Deinit(bool deleteBar) noexcept {

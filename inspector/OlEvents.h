@@ -31,8 +31,9 @@ class OlEvents : public InspectorWrapper,
   void BtTransfer2_Click(const office::CommandBarControl& ctrl) noexcept;
   void BtVelnor2_Click(const office::CommandBarControl& ctrl) noexcept;
 
-  /// Starts the delivery of the inspector's events. Raises what the host raises.
-  void Init(const outlook::Inspector& inspector);
+  /// Starts the delivery of the inspector's events; a host that refuses them leaves the wrapper to
+  /// the general timer.
+  void Init(const outlook::Inspector& inspector) noexcept;
   void Deinit(bool deleteBar) noexcept override;
 
   void thisInspector_Activate() noexcept override;
@@ -76,7 +77,9 @@ class OlEvents : public InspectorWrapper,
   void replaceBarIfProtected();
   void configureBar();
   void clearOldLayout();
+  /// Finds or creates a button; true when it is new.
   bool initButton(const Layout& layout);
+  void configure(const Layout& layout, const office::CommandBarControl& button);
   void removeObsolete();
   void keep(ButtonIndex index, const office::CommandBarControl& control, Handler handler);
   /// Whether the clicked button bears this window's identity, without regard to case.

@@ -163,18 +163,30 @@ void OlEvents::clearOldLayout() {
 }
 
 bool OlEvents::initButton(const Layout& layout) {
-  auto button = inspectorBar_.findControl(layout.tag);
-  const bool create = !button;
-  if (create) {
-    button = std::exchange(testButton_, {});
-    if (!button) {
-      LogDebug(concat(u"Create button ", layout.tag));
-      button = inspectorBar_.controls().add(office::ControlType::Button);
-    }
+  if (const auto found = inspectorBar_.findControl(layout.tag)) {
+    configure(layout, found);
+    return false;
+  }
+  auto button = std::exchange(testButton_, {});
+  if (!button) {
+    LogDebug(concat(u"Create button ", layout.tag));
+    button = inspectorBar_.controls().add(office::ControlType::Button);
+  }
+  try {
     button.setStyle(office::ButtonStyle::Icon);
     SetButtonImage(layout.picture, button);
     button.setVisible(true);
+    configure(layout, button);
+  } catch (...) {
+    // Without its tag the button would not be found again: each further build would add one.
+    buttons_[layout.index] = {};
+    trapQuietly([&] { button.remove(); });
+    throw;
   }
+  return true;
+}
+
+void OlEvents::configure(const Layout& layout, const office::CommandBarControl& button) {
   keep(layout.index, button, layout.handler);
   LogDebug(concat(u"Configure button ", layout.tag));
   if (layout.beginGroup) button.setBeginGroup(true);
@@ -183,7 +195,6 @@ bool OlEvents::initButton(const Layout& layout) {
   button.setOnAction(concat(u"!<", globals().g_sProgId, u">"));
   button.setTooltipText(GetResString(layout.tooltipId));
   button.setParameter(instanceId_);
-  return create;
 }
 
 void OlEvents::removeObsolete() {

@@ -181,7 +181,7 @@ void Client::enter(std::u16string_view member) {
     throw busy();
   }
   if (errorsLeft_ > 0) {
-    if (errorsLeft_ != EveryCall) --errorsLeft_;
+    --errorsLeft_;  // from the most that it can be, it never gets to 0
     throw error_;
   }
   if (const auto failing = failing_.find(member); failing != failing_.end()) throw failing->second;
