@@ -1,0 +1,110 @@
+#include <clocale>
+#include <cstdio>
+#include <exception>
+#include <iterator>
+#include <string>
+
+#include "demo/NativeAddin.h"
+#include "demo/Options.h"
+#include "demo/Terminal.h"
+#include "simulator/data/MailboxReader.h"
+#include "simulator/data/Utf8.h"
+#include "simulator/data/VCardReader.h"
+#include "simulator/machine/RegFile.h"
+#include "simulator/player/NativeStage.h"
+#include "simulator/player/Player.h"
+
+namespace {
+
+constexpr int Failed = 1;
+constexpr int Unusable = 2;
+
+std::string contentOf(const std::string& path) {
+  std::optional<std::string> content = simulator::readWholeFile(path);
+  if (!content) throw std::runtime_error(path + ": can't be read");
+  return *std::move(content);
+}
+
+simulator::Mailbox readMailbox(const demo::Options& options) {
+  simulator::Mailbox mailbox = simulator::readMailboxFile(
+      options.mailbox.empty() ? demo::samplePath("mailbox.json") : options.mailbox);
+  if (options.contacts.empty()) return mailbox;
+  simulator::ReadCards cards = simulator::readCardFile(options.contacts);
+  for (const std::string& warning : cards.warnings)
+    std::fprintf(stderr, "velnor-sim: %s\n", warning.c_str());
+  simulator::addContacts(mailbox, std::move(cards.contacts));
+  return mailbox;
+}
+
+void importRegistry(scenario::NativeStage& stage, const std::string& path) {
+  try {
+    simulator::importRegFile(stage.machine().registry, contentOf(path));
+  } catch (const simulator::RegFileError& error) {
+    throw std::runtime_error(path + ": " + error.what());
+  }
+}
+
+std::string readStandardInput() {
+  std::string text;
+  for (int c = std::getchar(); c != EOF; c = std::getchar()) text += static_cast<char>(c);
+  return text;
+}
+
+int play(scenario::Player& player, const demo::Options& options) {
+  const bool standardInput = *options.play == "-";
+  const std::string path =
+      options.play->empty() ? demo::samplePath("first-call.scn") : *options.play;
+  scenario::TextSource source(standardInput ? readStandardInput() : contentOf(path),
+                              standardInput ? "input" : path);
+  if (!options.outlook.empty()) {
+    scenario::TextSource start("outlook " + options.outlook, "--outlook");
+    player.play(start);
+  }
+  player.play(source);
+
+  const scenario::Score& score = player.score();
+  std::printf("\n%s\n", score.summary().c_str());
+  for (const std::string& problem : score.problems) std::printf("  %s\n", problem.c_str());
+  return score.good() ? 0 : Failed;
+}
+
+int converse(scenario::Player& player, const demo::Options& options) {
+  std::puts(
+      "The Velnor add-in in a simulated Outlook. \"help\" lists the commands, \"show\" draws\n"
+      "everything, \"exit\" leaves. Time stands still until you let it pass: the toolbar comes up\n"
+      "after \"wait 21 s\".\n");
+  scenario::TextSource start(
+      "client running\noutlook " + (options.outlook.empty() ? "11.0" : options.outlook), "start");
+  player.play(start);
+  demo::Terminal terminal;
+  player.play(terminal);
+  return 0;
+}
+
+int run(const demo::Options& options) {
+  scenario::NativeStage stage(readMailbox(options), makeNativeAddin);
+  if (!options.registry.empty()) importRegistry(stage, options.registry);
+  scenario::Player player(stage, [](std::string_view line) {
+    std::printf("%.*s\n", static_cast<int>(line.size()), line.data());
+  });
+  player.transcript().traceShown = options.trace;
+  if (!options.language.empty()) {
+    scenario::TextSource language("language " + options.language, "--language");
+    player.play(language);
+  }
+  return options.play ? play(player, options) : converse(player, options);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::setlocale(LC_CTYPE, "");
+  int status = 0;
+  try {
+    const std::optional<demo::Options> options = demo::readOptions(argc, argv, status);
+    return options ? run(*options) : status;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "velnor-sim: %s\n", error.what());
+    return Unusable;
+  }
+}

@@ -1,0 +1,145 @@
+#include "simulator/player/Controls.h"
+
+#include "simulator/player/Line.h"
+#include "simulator/player/Text.h"
+
+namespace scenario {
+namespace {
+
+struct ControlRow {
+  std::u16string_view word;
+  std::u16string_view tag;
+  std::u16string_view ribbonId;
+};
+
+constexpr ControlRow rows[] = {
+    {u"box", u"CxCbDial", u""},
+    {u"dial", u"CxBtDial", u"IDS_WaehlenCombo"},
+    {u"hangup", u"CxBtDrop", u"IDS_Auflegen"},
+    {u"client", u"CxBtVelnor", u""},
+    {u"actions", u"CxBtAction", u"IDS_Aktionen"},
+    {u"transfer", u"CxBtTransfer", u""},
+    {u"incognito", u"CxBtIncognito", u""},
+    {u"pickup", u"CxBtPickup", u""},
+    {u"callinfo", u"CxBtCallInfo", u""},
+};
+
+bool isCalled(const ControlPicture& control, std::u16string_view name, const ControlRow* row) {
+  // A box shows its caption nowhere.
+  if (!row)
+    return !control.editBox &&
+           folded(trimmed(shownCaption(control.caption))) == folded(trimmed(name));
+  return control.tag == row->tag || (!row->ribbonId.empty() && control.tag == row->ribbonId);
+}
+
+template <class Visit>
+void eachControl(const WindowPicture& window, bool hiddenToo, Visit visit) {
+  for (std::size_t i = 0; i < window.bars.size(); ++i) {
+    const BarPicture& bar = window.bars[i];
+    for (std::size_t j = 0; j < bar.controls.size(); ++j)
+      if (hiddenToo || (bar.visible && bar.controls[j].visible))
+        visit(bar.controls[j], ControlPlace{window.number, false, i, j});
+  }
+  for (std::size_t i = 0; i < window.groups.size(); ++i) {
+    const GroupPicture& group = window.groups[i];
+    for (std::size_t j = 0; j < group.controls.size(); ++j)
+      if (hiddenToo || group.controls[j].visible)
+        visit(group.controls[j], ControlPlace{window.number, true, i, j});
+  }
+}
+
+}  // namespace
+
+const std::vector<std::u16string_view>& controlWords() {
+  static const std::vector<std::u16string_view> words = [] {
+    std::vector<std::u16string_view> list;
+    for (const ControlRow& row : rows) list.push_back(row.word);
+    return list;
+  }();
+  return words;
+}
+
+std::u16string controlWord(std::u16string_view tag) {
+  for (const ControlRow& row : rows)
+    if (row.tag == tag || row.ribbonId == tag) return std::u16string(row.word);
+  return std::u16string(tag);
+}
+
+FoundControl findControl(const WindowPicture& window, std::u16string_view name, bool byCaption,
+                         bool hiddenToo) {
+  const ControlRow* row = nullptr;
+  if (!byCaption) row = &rows[chooseWord(name, controlWords(), "as a button")];
+  FoundControl found;
+  eachControl(window, hiddenToo, [&](const ControlPicture& control, const ControlPlace& place) {
+    if (!found && isCalled(control, name, row)) found = {&control, place};
+  });
+  return found;
+}
+
+std::string visibleControls(const WindowPicture& window) {
+  std::string list;
+  eachControl(window, false, [&](const ControlPicture& control, const ControlPlace&) {
+    if (!list.empty()) list += ", ";
+    list += toUtf8(controlWord(control.tag));
+  });
+  return list.empty() ? "nothing to click" : list;
+}
+
+const BarPicture* findBar(const WindowPicture& window, std::u16string_view name) {
+  for (const BarPicture& bar : window.bars) {
+    if (!name.empty()) {
+      if (trimmed(bar.name) == trimmed(name)) return &bar;
+      continue;
+    }
+    for (const ControlPicture& control : bar.controls)
+      if (control.tag.starts_with(u"Cx")) return &bar;
+  }
+  return name.empty() && window.bars.size() == 1 ? &window.bars.front() : nullptr;
+}
+
+const WindowPicture& findWindow(const Snapshot& snapshot, std::u16string_view name, bool byTitle) {
+  if (snapshot.windows.empty()) throw Mistake("no window is open");
+  if (name.empty()) {
+    for (const WindowPicture& window : snapshot.windows)
+      if (window.active) return window;
+    return snapshot.windows.front();
+  }
+  if (byTitle) {
+    std::vector<std::u16string> titles;
+    for (const WindowPicture& window : snapshot.windows) titles.push_back(window.title);
+    return snapshot.windows[findTitle(titles, name, "window")];
+  }
+  std::string open;
+  for (const WindowPicture& window : snapshot.windows) {
+    const std::string number = std::to_string(window.number);
+    if (toUtf8(name) == number) return window;
+    open += (open.empty() ? "" : ", ") + number;
+  }
+  throw Mistake("no window " + quoted(name) + "; open are " + open);
+}
+
+std::size_t findTitle(const std::vector<std::u16string>& titles, std::u16string_view title,
+                      std::string_view what) {
+  const std::u16string wanted = folded(trimmed(title));
+  std::vector<std::size_t> fitting;
+  for (std::size_t i = 0; i < titles.size(); ++i) {
+    const std::u16string candidate = folded(trimmed(titles[i]));
+    if (candidate == wanted) return i;
+    if (!wanted.empty() && candidate.find(wanted) != candidate.npos) fitting.push_back(i);
+  }
+  if (fitting.size() == 1) return fitting.front();
+  constexpr std::size_t most = 8;
+  if (fitting.empty())
+    for (std::size_t i = 0; i < titles.size(); ++i) fitting.push_back(i);
+  else
+    throw Mistake(quoted(title) + " fits more than one " + std::string(what) + ": " +
+                  quoted(titles[fitting[0]]) + ", " + quoted(titles[fitting[1]]));
+  std::string there;
+  for (std::size_t i = 0; i < fitting.size() && i < most; ++i)
+    there += (i ? ", " : "") + quoted(titles[fitting[i]]);
+  if (fitting.size() > most) there += ", ...";
+  throw Mistake("no " + std::string(what) + " " + quoted(title) + "; there is " +
+                (there.empty() ? "none at all" : there));
+}
+
+}  // namespace scenario

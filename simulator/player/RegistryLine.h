@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/registry.h"
+
+namespace scenario {
+
+/// A registry value as a scenario writes it: `HKCU\Key\Name = 1`, `= "text"`, `= hex:01,00`,
+/// `= hex(7):...` or `= none`. A key that ends in a backslash means its default value.
+struct RegistryLine {
+  /// Raises Mistake.
+  static RegistryLine read(std::u16string_view text);
+
+  platform::RegistryRoot root = platform::RegistryRoot::CurrentUser;
+  std::u16string key;
+  std::u16string name;
+  std::optional<platform::RegistryValue> value;
+};
+
+}  // namespace scenario

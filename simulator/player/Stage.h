@@ -1,0 +1,199 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/outlook.h"
+#include "platform/registry.h"
+#include "platform/screen.h"
+
+/// Scenarios: lines that play a user's and a telephone's part. The player reads them and acts on a
+/// Stage only, so that the same lines run on the simulated host and on a host behind real COM.
+namespace scenario {
+
+/// A line that can't be carried out: what is wrong and what would have been right, in UTF-8.
+class Mistake : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// One control as a person sees it.
+struct ControlPicture {
+  /// The tag of a toolbar control, the id of a ribbon control.
+  std::u16string tag;
+  bool editBox = false;
+  bool showsPicture = false;
+  bool showsText = true;
+  /// Name of the picture on its face; empty for none.
+  std::u16string picture;
+  /// Caption and tooltip as they were set, accelerator marks included.
+  std::u16string caption;
+  std::u16string tooltip;
+  /// What stands in an edit box.
+  std::u16string text;
+  bool visible = true;
+  bool enabled = true;
+  bool beginGroup = false;
+  std::int32_t width = 0;  ///< pixels; 0 when left to the host
+};
+
+struct ItemEntry {
+  std::u16string id;
+  std::u16string title;
+};
+
+struct BarPicture {
+  std::u16string name;
+  bool visible = true;
+  std::vector<ControlPicture> controls;
+};
+
+/// An add-in's group on a ribbon tab.
+struct GroupPicture {
+  std::u16string tab;
+  std::u16string label;
+  std::vector<ControlPicture> controls;
+};
+
+/// One window of Outlook.
+struct WindowPicture {
+  /// Counts the windows of the run in the order of their opening and stays with the window.
+  int number = 0;
+  bool inspector = false;
+  bool active = false;
+  std::u16string title;
+  /// Of an explorer: its folder, how many items that holds, how many are selected, and the titles
+  /// of the first of those.
+  std::u16string folder;
+  std::size_t itemCount = 0;
+  std::size_t selectedCount = 0;
+  std::vector<std::u16string> selected;
+  std::vector<BarPicture> bars;
+  std::vector<GroupPicture> groups;
+  /// What the host found wrong with the add-in's ribbon markup.
+  std::vector<std::u16string> problems;
+};
+
+struct Snapshot {
+  std::vector<WindowPicture> windows;
+  /// State of client and line in a few words: "not running", "running, connected: 0711 123".
+  std::u16string telephone;
+};
+
+/// Names a control by its place in the snapshot of its window.
+struct ControlPlace {
+  int window = 0;
+  bool ribbon = false;
+  std::size_t group = 0;    ///< index among the window's bars or groups
+  std::size_t control = 0;  ///< index within that
+};
+
+enum class ClientState { Missing, Installed, Running, Hidden };
+/// What a client that is started never comes to offer.
+enum class ClientGap { Nothing, Window, Object, Service };
+enum class HelperState { Present, Missing, Failing };
+
+/// A command bar that Outlook has kept from earlier runs.
+struct BarPreset {
+  bool inspector = false;
+  std::u16string name;
+  std::vector<std::u16string> tags;
+  /// The bar has no controls until it was shown in this many activations.
+  int emptyActivations = 0;
+  bool refusesControls = false;
+};
+
+/// Something that happened, told in the order of happening.
+struct Note {
+  enum class Kind {
+    Told,   ///< the client was told something
+    Trace,  ///< a trace line was written
+  };
+  Kind kind = Kind::Told;
+  std::u16string text;
+  /// Of a trace line: "Debug", "Warning", "Error", and the moment as "14:05:09.042".
+  std::u16string level;
+  std::u16string time;
+};
+
+/// Told by a stage while an action runs.
+class Listener {
+ public:
+  virtual ~Listener() = default;
+  virtual void note(const Note& note) = 0;
+  /// A message box is up; it is closed by OK when this returns.
+  virtual void messageBox(std::u16string_view text) = 0;
+  /// A popup menu is open; returns the id of the entry that the user chooses, nothing when the
+  /// menu is left. May act on the stage while it is open.
+  virtual std::optional<int> popup(const std::vector<platform::PopupEntry>& menu) = 0;
+};
+
+/// Where a scenario plays: Outlook, the telephone and the machine. Actions that can't be done here
+/// raise Mistake.
+class Stage {
+ public:
+  virtual ~Stage() = default;
+  /// Null for none; must outlive its time in office.
+  virtual void setListener(Listener* listener) = 0;
+  /// Whether the whole world is simulated: a clock that can be set, references that are counted.
+  virtual bool native() const = 0;
+
+  // Outlook and its user.
+  virtual void startOutlook(std::u16string_view version) = 0;
+  virtual void quitOutlook() = 0;
+  virtual bool outlookRuns() const = 0;
+  virtual void openExplorer(std::u16string_view folder) = 0;
+  virtual void openItem(std::u16string_view itemId) = 0;
+  /// Opens a new, unsent and unsaved item.
+  virtual void newItem(outlook::ItemType type) = 0;
+  virtual void activate(int window) = 0;
+  virtual void close(int window) = 0;
+  virtual void switchFolder(int window, std::u16string_view folder) = 0;
+  virtual void switchView(int window) = 0;
+  virtual void select(int window, const std::vector<std::u16string>& itemIds) = 0;
+  virtual void click(const ControlPlace& place) = 0;
+  /// Types into an edit box and presses Enter.
+  virtual void type(const ControlPlace& place, std::u16string_view text) = 0;
+  virtual void switchAddin(bool on) = 0;
+  virtual void setWordMail(bool on) = 0;
+  virtual void presetBar(const BarPreset& bar) = 0;
+
+  // The telephone.
+  virtual void ring(std::u16string_view number) = 0;
+  virtual void connectCall() = 0;
+  virtual void endCall() = 0;
+  /// The client stops answering calls, or answers again.
+  virtual void hangClient(bool on) = 0;
+  /// The client's process is gone at once.
+  virtual void vanishClient() = 0;
+  virtual void setClient(ClientState state) = 0;
+  virtual void setClientGap(ClientGap gap) = 0;
+  /// The client answers every call with an error.
+  virtual void setClientErrors(bool on) = 0;
+
+  // The machine.
+  virtual void setLanguage(std::int32_t langId) = 0;
+  /// Nothing as the value deletes it.
+  virtual void setRegistry(platform::RegistryRoot root, std::u16string_view key,
+                           std::u16string_view name,
+                           const std::optional<platform::RegistryValue>& value) = 0;
+  virtual void setLoggingLibrary(bool present) = 0;
+  virtual void setMapiHelper(HelperState state) = 0;
+  virtual void setTime(int hour, int minute, int second) = 0;
+  /// Lets time pass; timers tick and messages are delivered meanwhile.
+  virtual void wait(std::uint32_t milliseconds) = 0;
+
+  // What can be seen.
+  virtual Snapshot snapshot() = 0;
+  virtual std::vector<std::u16string> folders() = 0;
+  virtual std::vector<ItemEntry> items(std::u16string_view folder) = 0;
+  /// Objects and subscriptions that the add-in holds at this moment.
+  virtual std::size_t references() = 0;
+};
+
+}  // namespace scenario

@@ -1,0 +1,74 @@
+#include "simulator/player/Commands.h"
+
+namespace scenario {
+namespace {
+
+void client(Player& player, Arguments& args) {
+  constexpr ClientState states[] = {ClientState::Installed, ClientState::Missing,
+                                    ClientState::Running, ClientState::Hidden};
+  constexpr ClientGap gaps[] = {ClientGap::Window, ClientGap::Object, ClientGap::Service,
+                                ClientGap::Nothing};
+  constexpr std::size_t never = 4;
+  const std::size_t what =
+      args.choice({u"installed", u"missing", u"running", u"hidden", u"never", u"error"});
+  const std::size_t gap =
+      what == never ? args.choice({u"window", u"object", u"service", u"nothing"}) : 0;
+  const bool errors = what > never && args.onOff();
+  args.end();
+  if (what < never)
+    player.stage().setClient(states[what]);
+  else if (what == never)
+    player.stage().setClientGap(gaps[gap]);
+  else
+    player.stage().setClientErrors(errors);
+}
+
+void ring(Player& player, Arguments& args) {
+  const std::u16string number = args.atEnd() ? std::u16string() : args.text("the caller's number");
+  args.end();
+  player.stage().ring(number);
+}
+
+void connectCall(Player& player, Arguments& args) {
+  args.end();
+  player.stage().connectCall();
+}
+
+void endCall(Player& player, Arguments& args) {
+  if (!args.skip(u"call")) args.skip(u"remote");
+  args.end();
+  player.stage().endCall();
+}
+
+void hang(Player& player, Arguments& args) {
+  const bool on = args.atEnd() || args.onOff();
+  args.end();
+  player.stage().hangClient(on);
+}
+
+void vanish(Player& player, Arguments& args) {
+  args.end();
+  player.stage().vanishClient();
+}
+
+constexpr Command table[] = {
+    {u"client",
+     "client installed|missing|running|hidden | never window|object|service|nothing | error on|off",
+     "the telephony client: its state, what it never comes to offer, whether calls fail",
+     Actor::World, client},
+    {u"ring", "ring \"0711 123\"", "a call comes in", Actor::World, ring},
+    {u"connect", "connect", "the call is answered at the other end, or picked up at the telephone",
+     Actor::World, connectCall},
+    {u"end", "end call", "the other end hangs up", Actor::World, endCall},
+    {u"hangup", "hangup remote", "the same", Actor::World, endCall},
+    {u"hang", "hang [on|off]", "the client stops answering, or answers again", Actor::World, hang},
+    {u"vanish", "vanish", "the client's process is gone at once", Actor::World, vanish},
+};
+
+}  // namespace
+
+std::span<const Command> telephoneCommands() {
+  return table;
+}
+
+}  // namespace scenario
