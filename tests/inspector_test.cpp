@@ -1,0 +1,258 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "tests/World.h"
+
+namespace tests {
+namespace {
+
+using cxol::globals;
+
+const Texts AllTags = {u"CxBtDial", u"CxBtDrop", u"CxBtAction"};
+constexpr std::u16string_view Product = u"Velnor ";
+
+class InspectorTest : public testing::Test {
+ protected:
+  void startWithContacts() {
+    for (const char16_t* id : {u"Meier", u"Smith"}) {
+      world.addContact(id, {{u"HomeTelephoneNumber", u"030 1"}});
+    }
+    world.start();
+    world.forget();
+  }
+  bool anyTrace(std::u16string_view start) const {
+    const auto trace = world.trace();
+    return std::ranges::any_of(trace, [&](const auto& line) { return line.starts_with(start); });
+  }
+
+  World world;
+};
+
+TEST_F(InspectorTest, AContactGetsItsToolbar) {
+  startWithContacts();
+  const int window = world.host->openItem(u"Meier");
+  EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+  const auto bar = *world.bar(window, Product);
+  EXPECT_TRUE(bar.visible);
+  EXPECT_EQ(bar.position, office::BarPosition::Top);
+  const struct {
+    const char16_t* tag;
+    const char16_t* caption;
+    const char16_t* tooltip;
+    const char16_t* picture;
+    bool beginGroup;
+  } buttons[] = {
+      {u"CxBtDial", u"Dial", u"Dial, accept call", u"dial", true},
+      {u"CxBtDrop", u"Hang up", u"Disconnect call", u"drop", false},
+      {u"CxBtAction", u"Actions", u"Actions", u"action", true},
+  };
+  for (const auto& expected : buttons) {
+    const auto button = world.control(window, expected.tag);
+    EXPECT_EQ(button.caption, expected.caption);
+    EXPECT_EQ(button.tooltip, expected.tooltip);
+    EXPECT_EQ(button.picture, expected.picture);
+    EXPECT_EQ(button.beginGroup, expected.beginGroup);
+    EXPECT_EQ(button.style, office::ButtonStyle::Icon);
+    EXPECT_EQ(button.onAction, u"!<VelnorOutlookCOMAddIn.Connect>");
+  }
+  const Texts expected = {u"Debug:   myOlInspectors_NewInspector...",
+                          u"Debug:   Create CommandBar instead of Ribbon",
+                          u"Debug:   Create inspector",
+                          u"Debug:   CBAddVelnorBarInspector...",
+                          u"Debug:   Create new inspector commandbar: Velnor ",
+                          u"Debug:   Test for transfer button to detect V2",
+                          u"Debug:   Create button CxBtDial",
+                          u"Debug:   Configure button CxBtDial",
+                          u"Debug:   Create button CxBtDrop",
+                          u"Debug:   Configure button CxBtDrop",
+                          u"Debug:   Create button CxBtAction",
+                          u"Debug:   Configure button CxBtAction",
+                          u"Debug:   ...done.",
+                          u"Debug:   ...done!",
+                          u"Debug:   Inspector toolbar already connected!"};
+  auto trace = world.trace();
+  std::erase_if(trace, [](const auto& line) { return line.find(u"xplorer") != line.npos; });
+  EXPECT_EQ(trace, expected);
+  EXPECT_FALSE(globals().g_bCreatingInspector);
+}
+
+TEST_F(InspectorTest, NotesAndWordMailsGetNone) {
+  world.wordIsMailEditor = true;
+  world.add(u"Notes", ObjectClass::Note, u"note");
+  world.add(u"Inbox", ObjectClass::Mail, u"mail").wordMail = true;
+  world.start();
+  const int note = world.host->openItem(u"note");
+  EXPECT_TRUE(
+      world.traced(u"Debug:   Current item is of type 'olNote': do not create inspector "
+                   u"toolbar, just return 'true'."));
+  EXPECT_TRUE(world.window(note).bars.empty());
+  EXPECT_EQ(globals().g_colInspectors.count(), 1);
+  const int mail = world.host->openItem(u"mail");
+  EXPECT_TRUE(
+      world.traced(u"Warning: No Velnor Inspector created because Word is used as Email-Editor."));
+  EXPECT_TRUE(world.window(mail).bars.empty());
+}
+
+TEST_F(InspectorTest, SwitchedOffByTheSettingNothingHappens) {
+  world.option(AddInKey, u"ShowInspectorToolBar", 0);
+  startWithContacts();
+  const int window = world.host->openItem(u"Meier");
+  world.machine.advance(20'000);
+  EXPECT_TRUE(world.window(window).bars.empty());
+  EXPECT_FALSE(anyTrace(u"Debug:   myOlInspectors"));
+}
+
+TEST_F(InspectorTest, FoundBarsAreTakenOver) {
+  const struct {
+    const char16_t* name;
+    Texts tags;
+    const char16_t* line;
+  } cases[] = {
+      {u"!!VELNOR_NEUTRAL!!", AllTags, u"Debug:   3 Buttons found:"},
+      {u"Ondaris Station 1", {u"CxBtDrop"}, u"Debug:   Try to create button CxBtDial"},
+      {u"Ondaris Station 2",
+       {u"CxBtDial", u"CxBtIncognito"},
+       u"Debug:   Delete button CxBtIcognito"},
+      {u"Ondaris Station 2/3",
+       {u"CxBtDial", u"CxBtTransfer", u"x"},
+       u"Debug:   Transfer button detected, delete all buttons now!"},
+      {u"Velnor", AllTags, u"Debug:   1. Tag = CxBtDial"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(automation::Error(0, c.line).what());
+    world.bars.inspectors = {simulator::storedBar(c.name, c.tags)};
+    world.mailbox.folders[1].items.clear();
+    startWithContacts();
+    const int window = world.host->openItem(u"Meier");
+    EXPECT_TRUE(world.traced(u"Debug:   Re-use inspector commandbar: " + std::u16string(c.name)));
+    EXPECT_TRUE(world.traced(c.line));
+    EXPECT_EQ(world.window(window).bars.size(), 1u);
+    auto tags = *world.tagsOf(window, Product);
+    std::ranges::sort(tags);
+    auto expected = AllTags;
+    std::ranges::sort(expected);
+    EXPECT_EQ(tags, expected);
+    world.stop();
+  }
+}
+
+TEST_F(InspectorTest, AProtectedBarIsReplaced) {
+  auto bar = simulator::storedBar(u"Velnor", {u"CxBtDrop"});
+  bar.refusesControls = true;
+  world.bars.inspectors = {bar};
+  startWithContacts();
+  const int window = world.host->openItem(u"Meier");
+  EXPECT_TRUE(world.traced(
+      u"Debug:   Create new inspector commandbar, because re-use not possible: Velnor "));
+  EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+}
+
+TEST_F(InspectorTest, AnEmptyBarIsWaitedForUpToTwentyBuilds) {
+  auto bar = simulator::storedBar(u"Velnor ", {u"CxBtDial", u"CxBtDrop", u"CxBtAction"});
+  bar.emptyActivations = 1'000;
+  world.bars.inspectors = {bar};
+  startWithContacts();
+  const int window = world.host->openItem(u"Meier");
+  // One build when the window is new, one at its first activation.
+  EXPECT_EQ(world.count(u"Error:   Failed to connect inspector toolbar!"), 2u);
+  for (int build = 3; build < 20; ++build) {
+    world.host->activate(window);
+    EXPECT_EQ(world.trace().end()[-2], u"Debug:   No Buttons found after " +
+                                           automation::Value(build).toText() +
+                                           u" retries. Exit now.");
+  }
+  world.host->activate(window);
+  EXPECT_TRUE(
+      world.traced(u"Debug:   No Buttons found after 20 retries. Continue anyway, re-create "
+                   u"commandbar if necessary."));
+  EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+  EXPECT_EQ(world.control(window, u"CxBtDial").picture, u"dial");
+  world.forget();
+  world.host->activate(window);
+  EXPECT_EQ(world.trace(), Texts{u"Debug:   Inspector toolbar already connected!"});
+}
+
+TEST_F(InspectorTest, ABarThatOfficeFillsInTimeIsUsedAsItIs) {
+  auto bar = simulator::storedBar(u"Velnor ", AllTags);
+  bar.emptyActivations = 3;
+  world.bars.inspectors = {bar};
+  startWithContacts();
+  const int window = world.host->openItem(u"Meier");
+  for (int i = 0; i < 4; ++i) world.host->activate(window);
+  EXPECT_TRUE(world.traced(u"Debug:   3 Buttons found:"));
+  EXPECT_FALSE(world.traced(u"Debug:   Create button CxBtDial"));
+  EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+}
+
+TEST_F(InspectorTest, TheTimerKeepsTryingToo) {
+  auto bar = simulator::storedBar(u"Velnor ", {});
+  world.bars.inspectors = {bar};
+  startWithContacts();
+  const int window = world.host->openItem(u"Meier");
+  world.machine.advance(12'000 + 20 * 300);
+  EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+}
+
+TEST_F(InspectorTest, AnActivationInTheMiddleOfABuildIsPassedOver) {
+  startWithContacts();
+  int activations = 0;
+  world.host->setControlsAddHook([&](int window) {
+    if (activations++ == 0) world.host->activate(window);
+  });
+  const int window = world.host->openItem(u"Meier");
+  EXPECT_TRUE(world.traced(u"Debug:   OlEvents.Connect() reentered!"));
+  EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+  EXPECT_FALSE(globals().g_colInspectors.item(1)->NeedConnect());
+}
+
+TEST_F(InspectorTest, AFailingBuildIsLoggedAndTriedAgain) {
+  startWithContacts();
+  world.host->failMember(u"CommandBarControl", u"BeginGroup");
+  const int window = world.host->openItem(u"Meier");
+  EXPECT_TRUE(world.traced(u"Error:   ...failed: Automation error"));
+  EXPECT_TRUE(world.traced(u"Error:   Failed to connect inspector toolbar!"));
+  EXPECT_EQ(world.tagsOf(window, Product), Texts{}) << "no half-made button is left to pile up";
+  world.host->restoreMember(u"CommandBarControl", u"BeginGroup");
+  world.machine.advance(12'000 + 20 * 300);
+  EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+}
+
+TEST_F(InspectorTest, AClickIsCarriedOutByItsOwnWindow) {
+  startWithContacts();
+  world.startClient();
+  const int first = world.host->openItem(u"Meier");
+  const int second = world.host->openItem(u"Smith");
+  world.forget();
+  world.host->click(first, u"CxBtDrop");
+  world.host->click(second, u"CxBtDrop");
+  EXPECT_EQ(world.machine.client.told().size(), 2u);
+  EXPECT_EQ(world.count(u"Debug:   clsVelnorCmd: Drop called"), 4u);
+  world.forget();
+  world.user.choice = u"Home";
+  world.host->click(first, u"CxBtDial");
+  EXPECT_EQ(world.count(u"Debug:   clsVelnorCmd: Ctrl is nothing and parameters are different"),
+            1u);
+  EXPECT_EQ(world.machine.client.told().size(), 1u);
+}
+
+TEST_F(InspectorTest, ClosingHidesTheBarAndSwitchingOffDeletesIt) {
+  startWithContacts();
+  const int first = world.host->openItem(u"Meier");
+  world.forget();
+  world.host->close(first);
+  EXPECT_EQ(world.trace(), (Texts{u"Debug:   Close inspector", u"Debug:   DeInitVelnorBarInspector",
+                                  u"Debug:   Hide inspector commandbar: Velnor "}));
+  ASSERT_EQ(world.bars.inspectors.size(), 1u);
+  EXPECT_FALSE(world.bars.inspectors[0].visible);
+  const int second = world.host->openItem(u"Smith");
+  EXPECT_EQ(globals().g_colInspectors.count(), 1) << "the closed window's wrapper is gone";
+  EXPECT_TRUE(world.traced(u"Debug:   Destroy inspector"));
+  world.host->disconnectAddin();
+  EXPECT_TRUE(world.traced(u"Debug:   Delete inspector commandbar: Velnor "));
+  EXPECT_EQ(world.bar(second, Product), std::nullopt);
+  EXPECT_EQ(world.boundary.liveHandles(), 0u);
+}
+
+}  // namespace
+}  // namespace tests

@@ -1,0 +1,515 @@
+#include "simulator/player/Player.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "simulator/player/Commands.h"
+#include "simulator/player/RegistryLine.h"
+#include "simulator/player/Text.h"
+
+namespace scenario {
+namespace {
+
+using platform::PopupEntry;
+
+PopupEntry entry(int id, std::u16string caption, bool enabled = true,
+                 std::vector<PopupEntry> entries = {}) {
+  return {id, std::move(caption), enabled, false, std::move(entries)};
+}
+
+ControlPicture button(std::u16string tag, std::u16string caption, std::u16string picture) {
+  ControlPicture control;
+  control.tag = std::move(tag);
+  control.caption = std::move(caption);
+  control.picture = std::move(picture);
+  control.showsPicture = true;
+  control.showsText = false;
+  return control;
+}
+
+/// A world of two folders. Clicking the dial button opens `menu` and tells the client what was
+/// chosen; every other action is put down in `done`.
+class FakeStage : public Stage {
+ public:
+  std::vector<std::string> done;
+  std::vector<PopupEntry> menu;
+  std::u16string boxOnType;
+  bool isNative = true;
+  std::size_t held = 0;
+  Snapshot picture;
+
+  FakeStage() {
+    WindowPicture window;
+    window.number = 1;
+    window.active = true;
+    window.title = u"Kontakte - Microsoft Outlook";
+    window.folder = u"Kontakte";
+    window.itemCount = 3;
+    ControlPicture box;
+    box.tag = u"CxCbDial";
+    box.caption = u"&Dial";
+    box.editBox = true;
+    box.width = 50;
+    ControlPicture client = button(u"CxBtVelnor", u"Velnor ", u"velnor");
+    client.beginGroup = true;
+    ControlPicture actions = button(u"CxBtAction", u"M\u00FCller && Co", u"action");
+    actions.enabled = false;
+    window.bars.push_back(
+        {u"Velnor ", true, {box, button(u"CxBtDial", u"&Dial", u"dial"), client, actions}});
+    picture.windows.push_back(window);
+    picture.telephone = u"running, idle";
+  }
+
+  void tell(std::u16string text) { listener_->note({Note::Kind::Told, std::move(text), {}, {}}); }
+  void trace(std::u16string level, std::u16string text) {
+    listener_->note({Note::Kind::Trace, std::move(text), std::move(level), u"09:00:00.000"});
+  }
+
+  void setListener(Listener* listener) override { listener_ = listener; }
+  bool native() const override { return isNative; }
+  void startOutlook(std::u16string_view version) override { did("start", version); }
+  void quitOutlook() override { did("quit"); }
+  bool outlookRuns() const override { return true; }
+  void openExplorer(std::u16string_view folder) override { did("explorer", folder); }
+  void openItem(std::u16string_view id) override { did("open", id); }
+  void newItem(outlook::ItemType type) override { did("new", std::to_string(int(type))); }
+  void activate(int window) override { did("activate", std::to_string(window)); }
+  void close(int) override {
+    did("close");
+    picture.windows.clear();
+  }
+  void switchFolder(int, std::u16string_view folder) override { did("folder", folder); }
+  void switchView(int) override { did("view"); }
+  void select(int, const std::vector<std::u16string>& ids) override {
+    std::string list;
+    for (const std::u16string& id : ids) list += toUtf8(id) + ";";
+    did("select", list);
+    picture.windows[0].selected = ids;
+    picture.windows[0].selectedCount = ids.size();
+  }
+  void click(const ControlPlace& place) override {
+    if (place.control != 1) return did("click", std::to_string(place.control));
+    trace(u"Debug", u"menu opens");
+    const std::optional<int> chosen = listener_->popup(menu);
+    did("menu closed", chosen ? std::to_string(*chosen) : "none");
+    if (chosen) tell(u"dial 030" + toUtf16(std::to_string(*chosen)) + u" on line 7");
+  }
+  void type(const ControlPlace&, std::u16string_view text) override {
+    did("type", text);
+    if (!boxOnType.empty()) listener_->messageBox(boxOnType);
+  }
+  void switchAddin(bool on) override { did("addin", on ? "on" : "off"); }
+  void setWordMail(bool) override { did("word"); }
+  void presetBar(const BarPreset& bar) override {
+    did("bar", toUtf8(bar.name) + (bar.inspector ? " i" : " e") + std::to_string(bar.tags.size()) +
+                   " " + std::to_string(bar.emptyActivations) + (bar.refusesControls ? " r" : ""));
+  }
+  void ring(std::u16string_view number) override {
+    did("ring", number);
+    picture.telephone = u"running, ringing: " + std::u16string(number);
+  }
+  void connectCall() override { did("connect"); }
+  void endCall() override { did("end"); }
+  void hangClient(bool on) override { did("hang", on ? "on" : "off"); }
+  void vanishClient() override { throw std::runtime_error("no client runs"); }
+  void setClient(ClientState state) override { did("client", std::to_string(int(state))); }
+  void setClientGap(ClientGap gap) override { did("gap", std::to_string(int(gap))); }
+  void setClientErrors(bool) override { did("errors"); }
+  void setLanguage(std::int32_t langId) override { did("language", std::to_string(langId)); }
+  void setRegistry(platform::RegistryRoot, std::u16string_view key, std::u16string_view name,
+                   const std::optional<platform::RegistryValue>& value) override {
+    did("registry", toUtf8(key) + "|" + toUtf8(name) + (value ? "" : " gone"));
+  }
+  void setLoggingLibrary(bool) override { did("library"); }
+  void setMapiHelper(HelperState state) override { did("mapi", std::to_string(int(state))); }
+  void setTime(int hour, int minute, int second) override {
+    did("time", std::to_string(hour) + " " + std::to_string(minute) + " " + std::to_string(second));
+  }
+  void wait(std::uint32_t milliseconds) override { did("wait", std::to_string(milliseconds)); }
+  Snapshot snapshot() override { return picture; }
+  std::vector<std::u16string> folders() override { return {u"Kontakte", u"Posteingang"}; }
+  std::vector<ItemEntry> items(std::u16string_view folder) override {
+    if (folder != u"Kontakte") return {{u"m1", u"Angebot"}};
+    return {{u"c1", u"M\u00FCller, Eva"}, {u"c2", u"M\u00FCller, Hans"}, {u"c3", u"Smith, Jo"}};
+  }
+  std::size_t references() override { return held; }
+
+ private:
+  void did(const std::string& what, std::string_view how = {}) {
+    done.push_back(how.empty() ? what : what + " " + std::string(how));
+  }
+  void did(const std::string& what, std::u16string_view how) { did(what, toUtf8(how)); }
+
+  Listener* listener_ = nullptr;
+};
+
+/// Plays a scenario on a fake stage and keeps what it printed.
+struct Played {
+  explicit Played(const std::string& text) : Played(std::make_unique<FakeStage>(), text) {}
+  Played(std::unique_ptr<FakeStage> where, const std::string& text) : stage(std::move(where)) {
+    if (stage->menu.empty())
+      stage->menu = {entry(11, u"Work: 030 11"),
+                     entry(12, u"&Home && more: 030 12"),
+                     {0, u"", true, true, {}},
+                     entry(13, u"<No phone numbers>", false),
+                     entry(14, u"New task", true, {entry(15, u"a"), entry(16, u"b: 030 16")})};
+    Player player(*stage, [this](std::string_view line) {
+      transcript += std::string(line) + "\n";
+      lines.emplace_back(line);
+    });
+    TextSource source(text, "t");
+    player.play(source);
+    score = player.score();
+  }
+
+  bool printed(std::string_view text) const { return transcript.find(text) != transcript.npos; }
+
+  std::unique_ptr<FakeStage> stage;
+  std::string transcript;
+  std::vector<std::string> lines;
+  Score score;
+};
+
+using Done = std::vector<std::string>;
+
+TEST(ScenarioLines, ReachTheStage) {
+  struct Case {
+    const char* line;
+    const char* done;
+  };
+  const Case cases[] = {
+      {"outlook 11.0", "quit"},  // one that runs is ended first
+      {"OPEN EXPLORER \"posteingang\"", "explorer Posteingang"},
+      {"open \"Angebot\"", "open m1"},
+      {"open \"smith\" in Kontakte", "open c3"},
+      {"new task", "new 3"},
+      {"act 1", "activate 1"},
+      {"folder Posteingang", "folder Posteingang"},
+      {"select \"eva\", \"Smith, Jo\"", "select c1;c3;"},
+      {"select \"M\u00DCLLER, HANS\"", "select c2;"},
+      {"select 3 1 in 1", "select c3;c1;"},
+      {"select all", "select c1;c2;c3;"},
+      {"select none", "select"},
+      {"clic cl", "click 2"},
+      {"click \"velnor\" in \"outlook\"", "click 2"},
+      {"type \"0711 \"\"12\"\"\" # a comment", "type 0711 \"12\""},
+      {"type \"a \"0711 12\"\" in 1", "type a \"0711 12\""},
+      {"type \"say \"\"hi\"\" now\"", "type say \"hi\" now"},
+      {"type \"\"", "type"},
+      {"client never object", "gap 2"},
+      {"client hidden", "client 3"},
+      {"end call", "end"},
+      {"hangup remote", "end"},
+      {"hang", "hang on"},
+      {"language PT", "language 1046"},
+      {"language 3079", "language 3079"},
+      {"registry HKCU\\Software\\K9T\\CXComAddIn\\UseMapi = 0 # off",
+       "registry Software\\K9T\\CXComAddIn|UseMapi"},
+      {"mapi failing", "mapi 2"},
+      {"time 23:59:50", "time 23 59 50"},
+      {"midnight", "time 23 59 59"},
+      {"wait 400 ms", "wait 400"},
+      {"wait 1.5s", "wait 1500"},
+      {"wait 1 min", "wait 60000"},
+      {"bar inspector \"Velnor\" empty 20 CxBtDial CxBtDrop refuses", "bar Velnor i2 20 r"},
+      {"\xEF\xBB\xBFquit", "quit"},
+  };
+  for (const Case& c : cases) {
+    const Played played(c.line);
+    ASSERT_FALSE(played.stage->done.empty()) << c.line << "\n" << played.transcript;
+    EXPECT_EQ(played.stage->done.front(), c.done) << c.line;
+    EXPECT_TRUE(played.score.good()) << played.transcript;
+  }
+}
+
+TEST(ScenarioLines, SayWhatIsWrongAndGoOn) {
+  struct Case {
+    const char* line;
+    const char* complaint;
+  };
+  const Case cases[] = {
+      {"dance", "\"dance\" is unknown as a command; help lists what there is"},
+      {"c 1", "could be "},
+      {"type \"0711", "the text \"0711\" has no closing quotation mark"},
+      {"\"type\" this", "a command comes first"},
+      {"select \"M\u00FCller\"", "fits more than one item here: \"M\u00FCller, Eva\""},
+      {"select \"Nobody\"", "there is \"M\u00FCller, Eva\", \"M\u00FCller, Hans\", \"Smith, Jo\""},
+      {"select 4", "no item number 4; Kontakte holds 3"},
+      {"open \"Nobody\"", "no item \"Nobody\""},
+      {"folder \"Nowhere\"", "no folder \"Nowhere\"; there is \"Kontakte\", \"Posteingang\""},
+      {"click hangup", "shows no \"hangup\"; it shows box, dial, client, actions"},
+      {"click actions", "the button is disabled"},
+      {"click box", "the box is for typing"},
+      {"click dial in 7", "no window \"7\"; open are 1"},
+      {"click", "missing: a button"},
+      {"wait 3", "is not a time such as 400 ms"},
+      {"wait soon", "is not a time such as 400 ms"},
+      {"time 24:00:00", "is no time"},
+      {"time 12:60", "is no time"},
+      {"outlook eleven", "is no version"},
+      {"language klingon", "expected de, en, fr, it, es or pt"},
+      {"client never mind", "expected window, object, service or nothing"},
+      {"registry HKCU\\Software\\X = maybe", "is no value"},
+      {"choose 1", "no menu is open"},
+      {"ring \"1\" \"2\"", "\"2\" is too much here"},
+      {"vanish", "no client runs"},
+      {"expect sunshine", "\"sunshine\" is unknown here; expected menu, told"},
+      {"native only", "expected: native only: and the reason"},
+  };
+  for (const Case& c : cases) {
+    const Played played(std::string(c.line) + "\nring \"5\"");
+    EXPECT_TRUE(played.printed("?? t:1: ")) << c.line << "\n" << played.transcript;
+    EXPECT_TRUE(played.printed(c.complaint)) << c.line << "\n" << played.transcript;
+    EXPECT_EQ(played.stage->done, Done{"ring 5"}) << c.line;
+    EXPECT_EQ(played.score.mistakes, 1) << c.line;
+    EXPECT_FALSE(played.score.good());
+  }
+}
+
+TEST(ScenarioMenus, LinesActInsideAnOpenMenuUntilOneChooses) {
+  const Played played(
+      "click dial\n"
+      "wait 3 s\n"
+      "ring \"0711\"\n"
+      "choose 3\n"  // disabled: stays open
+      "expect menu\n"
+      "choose 2\n"
+      "expect told \"dial 03012\"\n"
+      "expect no menu\n");
+  EXPECT_EQ(played.stage->done, (Done{"wait 3000", "ring 0711", "menu closed 12"}));
+  EXPECT_EQ(played.score.summary(), "3 expectations held, 0 failed") << played.transcript;
+  EXPECT_TRUE(played.printed("|  3    <No phone numbers>  (disabled)"));
+  EXPECT_TRUE(played.printed("|  2    Home & more: 030 12\n    |  --------\n"));
+  EXPECT_TRUE(played.printed("disabled: nothing happens"));
+}
+
+TEST(ScenarioMenus, EndInEveryWayThatAPersonHas) {
+  struct Case {
+    const char* lines;
+    Done done;
+  };
+  const Case cases[] = {
+      {"choose 4.2", {"menu closed 16"}},
+      {"choose \"b: 030\"", {"menu closed 16"}},
+      {"choose \"home & more\"", {"menu closed 12"}},
+      {"escape", {"menu closed none"}},
+      {"", {"menu closed none"}},
+      {"view", {"menu closed none", "view"}},
+      {"exit\nview", {"menu closed none"}},
+      {"choose 4\nchoose 9\nchoose nobody\nescape", {"menu closed none"}},
+      // A second click closes the first menu before its own opens.
+      {"click dial\nchoose 1", {"menu closed none", "menu closed 11"}},
+  };
+  for (const Case& c : cases) {
+    const Played played(std::string("click dial\n") + c.lines);
+    EXPECT_EQ(played.stage->done, c.done) << c.lines << "\n" << played.transcript;
+  }
+}
+
+TEST(ScenarioExpectations, ThatHold) {
+  auto stage = std::make_unique<FakeStage>();
+  stage->boxOnType = u"Cannot start Velnor.";
+  const Played played(std::move(stage),
+                      "expect windows 1\n"
+                      "expect told nothing\n"
+                      "expect bar visible\n"
+                      "expect bar \"Velnor\" visible in 1\n"
+                      "expect no bar \"Other\"\n"
+                      "expect button dial caption \"Dial\"\n"
+                      "expect button client caption \"Velnor \"\n"
+                      "expect button \"M\u00FCller & Co\" picture \"action\"\n"
+                      "expect button dial shown \"picture\"\n"
+                      "expect button actions disabled\n"
+                      "expect button dial\n"
+                      "expect no button hangup\n"
+                      "expect button \"Dial\" picture \"dial\"\n"
+                      "expect no ribbon\n"
+                      "expect ribbon none\n"
+                      "expect title \"Kontakte - Microsoft Outlook\"\n"
+                      "expect telephone \"idle\"\n"
+                      "expect references 0\n"
+                      "click dial\n"
+                      "expect trace \"Debug: menu\"\n"
+                      "expect menu \"Work: 030 11\" \"b: 030 16\"\n"
+                      "expect menu disabled \"<No phone numbers>\"\n"
+                      "expect no menu \"Home\"\n"
+                      "choose 1\n"
+                      "expect told \"dial 03011\"\n"
+                      "expect no told \"dial 0301\"\n"
+                      "expect told \"dial 03011 on line 7\"\n"
+                      "expect told \"dial\"\n"
+                      "expect no trace \"menu\"\n"
+                      "expect trace \"menu\" since start\n"
+                      "type \"5\"\n"
+                      "expect box \"Cannot start Velnor.\"\n"
+                      "expect told nothing\n"
+                      "close\n"
+                      "expect no box\n"
+                      "expect windows 0\n");
+  EXPECT_EQ(played.score.summary(), "32 expectations held, 0 failed") << played.transcript;
+  EXPECT_TRUE(played.printed("message box: \"Cannot start Velnor.\"  [OK]"));
+}
+
+TEST(ScenarioExpectations, ThatFailNameWhatWasExpectedAndFound) {
+  struct Case {
+    const char* line;
+    const char* report;
+  };
+  const Case cases[] = {
+      {"expect windows 2", "expected 2 windows, found 1"},
+      {"expect told \"dial 1\"", "expected the client told \"dial 1\", found nothing"},
+      {"expect menu \"A\"", "expected menu entry \"A\", found no menu open"},
+      {"expect trace \"x\"", "expected a trace line with \"x\", found nothing"},
+      {"expect box", "expected a message box, found nothing"},
+      {"expect bar hidden", "expected a hidden toolbar, found a visible toolbar"},
+      {"expect bar none", "expected no toolbar, found a visible toolbar"},
+      {"expect no bar visible", "expected not a visible toolbar, found a visible toolbar"},
+      {"expect button dial caption \"Wahl\"",
+       "expected button dial with caption \"Wahl\", found \"Dial\""},
+      {"expect button hangup", "expected button hangup visible, found no such button among box"},
+      {"expect button dial disabled", "found it visible and enabled"},
+      {"expect no button dial", "expected no button dial visible, found it visible"},
+      {"expect ribbon tab \"TabTask\"", "of tab \"TabTask\", found nothing"},
+      {"expect telephone \"connected\"", "found \"running, idle\""},
+      {"expect references 1", "expected 1 references, found 0"},
+      {"click dial\nexpect menu \"Work: 030 11\" \"Work: 030 11\"",
+       "found a menu with \"Work: 030 11\", \"Home & more: 030 12\", \"<No phone numbers>\" "
+       "(disabled)"},
+      {"click dial\nexpect menu disabled \"Work: 030 11\"", "expected disabled entry"},
+      {"click dial\nchoose 1\nexpect told nothing", "found \"dial 03011 on line 7\""},
+      {"click dial\nchoose 1\nexpect told \"dial 030\"", "found \"dial 03011 on line 7\""},
+  };
+  for (const Case& c : cases) {
+    const Played played(c.line);
+    EXPECT_EQ(played.score.failed, 1) << c.line << "\n" << played.transcript;
+    EXPECT_TRUE(played.printed(c.report)) << c.line << "\n" << played.transcript;
+    ASSERT_EQ(played.score.problems.size(), 1u) << c.line;
+    const auto lines = std::count(c.line, c.line + std::string_view(c.line).size(), '\n') + 1;
+    EXPECT_TRUE(played.score.problems[0].starts_with("t:" + std::to_string(lines) + ": expected "))
+        << played.score.problems[0];
+  }
+}
+
+TEST(ScenarioTranscript, DrawsWhatChangedAndNothingElse) {
+  const Played played(
+      "# A person looks on.\n"
+      "ring \"0711\"\n"
+      "select 2\n"
+      "trace on\n"
+      "click dial\n"
+      "choose 1\n"
+      "close\n");
+  EXPECT_EQ(played.transcript,
+            "# A person looks on.\n"
+            "> ring \"0711\"\n"
+            "[1] Kontakte - Microsoft Outlook\n"
+            "    Kontakte, 3 items; selected: none\n"
+            "    toolbar Velnor: (     ) <dial> | <velnor> <action>\n"
+            "        box        \"Dial\"\n"
+            "        dial       \"Dial\"\n"
+            "        client     \"Velnor \"\n"
+            "        actions    \"M\u00FCller & Co\"            (disabled)\n"
+            "    telephone: running, ringing: 0711\n"
+            "> select 2\n"
+            "[1] Kontakte - Microsoft Outlook\n"
+            "    Kontakte, 3 items; selected: \"c2\"\n"
+            "> trace on\n"
+            "> click dial\n"
+            "    ~ 09:00:00.000 Debug:   menu opens\n"
+            "    +- menu\n"
+            "    |  1    Work: 030 11\n"
+            "    |  2    Home & more: 030 12\n"
+            "    |  --------\n"
+            "    |  3    <No phone numbers>  (disabled)\n"
+            "    |  4    New task  >\n"
+            "    |  4.1  a\n"
+            "    |  4.2  b: 030 16\n"
+            "    +-\n"
+            "> choose 1\n"
+            "    client was told: dial 03011 on line 7\n"
+            "> close\n"
+            "[1] closed\n");
+}
+
+TEST(ScenarioTranscript, SkipsNativeLinesOnOtherStages) {
+  const std::string lines = "native only: the clock is real\n\nmidnight\nquit\n";
+  EXPECT_EQ(Played(lines).stage->done, (Done{"time 23 59 59", "quit"}));
+
+  auto real = std::make_unique<FakeStage>();
+  real->isNative = false;
+  const Played played(std::move(real), lines);
+  EXPECT_EQ(played.stage->done, Done{"quit"});
+  EXPECT_TRUE(played.printed("> midnight\n    (native only: the clock is real)\n"));
+}
+
+TEST(ScenarioRegistry, ReadsEveryKindOfValue) {
+  using platform::RegistryType;
+  struct Case {
+    const char16_t* value;
+    RegistryType type;
+    std::u16string text;
+    std::vector<int> bytes;
+  };
+  const Case cases[] = {
+      {u"1", RegistryType::Dword, u"", {1, 0, 0, 0}},
+      {u"-1", RegistryType::Dword, u"", {255, 255, 255, 255}},
+      {u"0x12ab", RegistryType::Dword, u"", {0xab, 0x12, 0, 0}},
+      {u"4294967295 # most", RegistryType::Dword, u"", {255, 255, 255, 255}},
+      {u"\"C:\\new # \"\"x\"\"\" # text",
+       RegistryType::String,
+       std::u16string(u"C:\\new # \"x\"\0", 13),
+       {}},
+      {u"\"\"", RegistryType::String, std::u16string(1, u'\0'), {}},
+      {u"hex:01,fF", RegistryType::Binary, u"", {1, 255}},
+      {u"hex:", RegistryType::Binary, u"", {}},
+      {u"hex(1):31,00", RegistryType::String, u"1", {}},
+      {u"hex(b):01,00,00,00,00,00,00,00", RegistryType::Qword, u"", {1, 0, 0, 0, 0, 0, 0, 0}},
+  };
+  for (const Case& c : cases) {
+    const RegistryLine line =
+        RegistryLine::read(u"HKEY_LOCAL_MACHINE\\Software\\A b\\Name = " + std::u16string(c.value));
+    EXPECT_EQ(line.root, platform::RegistryRoot::LocalMachine);
+    EXPECT_EQ(line.key, u"Software\\A b");
+    EXPECT_EQ(line.name, u"Name");
+    ASSERT_TRUE(line.value) << toUtf8(c.value);
+    EXPECT_EQ(line.value->type, c.type) << toUtf8(c.value);
+    EXPECT_EQ(line.value->text, c.text) << toUtf8(c.value);
+    std::vector<int> bytes;
+    for (const std::byte byte : line.value->bytes) bytes.push_back(std::to_integer<int>(byte));
+    EXPECT_EQ(bytes, c.bytes) << toUtf8(c.value);
+  }
+  EXPECT_FALSE(RegistryLine::read(u"hkcu\\A\\B=none").value);
+  EXPECT_EQ(RegistryLine::read(u"\"HKCR\\CLSID\\{4B}\\\" = \"x\"").name, u"");
+  for (const char16_t* bad :
+       {u"HKCU\\A\\B", u"HKXX\\A\\B = 1", u"HKCU\\B = 1", u"HKCU\\A\\B = 4294967296",
+        u"HKCU\\A\\B = -2147483649", u"HKCU\\A\\B = 1x", u"HKCU\\A\\B = hex:1",
+        u"HKCU\\A\\B = hex:zz", u"HKCU\\A\\B = hex(1:00", u"HKCU\\A\\B = \"open",
+        u"HKCU\\A\\B = \"a\" b", u"HKCU\\A\\B ="})
+    EXPECT_THROW(RegistryLine::read(bad), Mistake) << toUtf8(bad);
+}
+
+TEST(ScenarioText, SurvivesTheWayThroughUtf8) {
+  const std::u16string all = u"a\u00FC\u20AC\U0001F4DE";
+  EXPECT_EQ(toUtf8(all), "a\xC3\xBC\xE2\x82\xAC\xF0\x9F\x93\x9E");
+  EXPECT_EQ(toUtf16(toUtf8(all)), all);
+  const std::u16string lone{u'x', char16_t{0xD83D}};
+  EXPECT_EQ(toUtf8(lone), "x\xEF\xBF\xBD");
+  for (const char* bad : {"\x80", "\xC3", "\xC0\x80", "\xED\xA0\x80", "\xF5\x80\x80\x80"})
+    EXPECT_EQ(toUtf16(bad).front(), u'\uFFFD') << bad;
+  EXPECT_EQ(folded(u"\u00C4RGER \u0141\u017D\u0416"), u"\u00E4rger \u0142\u017E\u0436");
+  EXPECT_EQ(shownCaption(u"&Dial && hang &up&"), u"Dial & hang up");
+}
+
+TEST(ScenarioHelp, NamesEveryCommandOnce) {
+  const Played played("help\nhelp expect\n");
+  EXPECT_TRUE(played.score.good());
+  for (const Command& command : commands()) {
+    EXPECT_TRUE(played.printed("  " + std::string(command.synopsis) + "\n"));
+    EXPECT_EQ(&findCommand(command.word), &command);
+  }
+  EXPECT_TRUE(played.printed("expect references 0"));
+}
+
+}  // namespace
+}  // namespace scenario
