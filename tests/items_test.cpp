@@ -360,5 +360,37 @@ TEST_F(ItemsTest, NumbersInSubjects) {
   EXPECT_EQ(cxol::GetNumberFromSubject(odd), u"\xDC00");
 }
 
+TEST_F(ItemsTest, OddTextsPassThroughUnharmed) {
+  const std::u16string lone = u"\xD800";
+  const std::u16string nul(u"a\0b", 3);
+  const std::u16string endless(100'000, u'9');
+  for (const auto& odd : {lone, nul, endless}) {
+    World other;
+    other.addContact(u"one", {{u"HomeTelephoneNumber", odd}}).properties[u"FullName"] = odd;
+    auto& named = other.addContact(u"two");
+    named.properties[u"LastNameAndFirstName"] = odd + odd;
+    auto& mail = other.add(u"Inbox", ObjectClass::Mail, u"mail");
+    mail.properties[u"Subject"] = u"Tel. " + odd;
+    mail.userProperties[u"CxCallerData"] = u"1=" + odd + u";20=" + odd + u";";
+    mail.mapi.receivedBy = odd;
+    mail.mapi.senderAddresses[0] = odd;
+    other.startWithToolbar();
+    other.startClient();
+    other.select(u"Contacts", u"one");
+    other.host->click(1, u"CxBtDial");
+    ASSERT_EQ(other.machine.client.told().size(), 1u);
+    EXPECT_EQ(other.machine.client.told()[0].text, odd);
+    other.select(u"Contacts", u"two");
+    other.machine.advance(400);
+    EXPECT_LE(other.control(1, u"CxBtAction").caption.size(), 20u);
+    other.select(u"Inbox", u"mail");
+    other.host->click(1, u"CxBtDial");
+    EXPECT_EQ(other.menu().front(), u"Caller: " + odd);
+    EXPECT_EQ(other.menu()[1], u" " + odd + u": " + odd);
+    other.host->click(1, u"CxBtAction");
+    EXPECT_EQ(other.machine.client.told().back().text, search(odd));
+  }
+}
+
 }  // namespace
 }  // namespace tests
