@@ -6,6 +6,11 @@
 #include <cstdlib>
 
 namespace demo {
+namespace {
+
+constexpr int WrongUsage = 2;
+
+}  // namespace
 
 std::string samplePath(const std::string& name) {
   const char* folder = std::getenv("VELNOR_SAMPLES");
@@ -43,7 +48,7 @@ std::optional<Options> readOptions(int argc, char** argv, int& status) {
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
-    status = app.exit(error);
+    status = app.exit(error) == 0 ? 0 : WrongUsage;
     return std::nullopt;
   }
   if (playOption->count() > 0)

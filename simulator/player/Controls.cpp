@@ -121,12 +121,16 @@ const WindowPicture& findWindow(const Snapshot& snapshot, std::u16string_view na
 std::size_t findTitle(const std::vector<std::u16string>& titles, std::u16string_view title,
                       std::string_view what) {
   const std::u16string wanted = folded(trimmed(title));
+  std::vector<std::size_t> beginning;
   std::vector<std::size_t> fitting;
   for (std::size_t i = 0; i < titles.size(); ++i) {
     const std::u16string candidate = folded(trimmed(titles[i]));
     if (candidate == wanted) return i;
-    if (!wanted.empty() && candidate.find(wanted) != candidate.npos) fitting.push_back(i);
+    if (wanted.empty() || candidate.find(wanted) == candidate.npos) continue;
+    fitting.push_back(i);
+    if (candidate.starts_with(wanted)) beginning.push_back(i);
   }
+  if (beginning.size() == 1) return beginning.front();
   if (fitting.size() == 1) return fitting.front();
   constexpr std::size_t most = 8;
   if (fitting.empty())

@@ -36,8 +36,8 @@ const BarPicture* findBar(const WindowPicture& window, std::u16string_view name)
 /// active one. Raises Mistake when there is none or several fit.
 const WindowPicture& findWindow(const Snapshot& snapshot, std::u16string_view name, bool byTitle);
 
-/// The entry whose title is `title`, or else the only one that contains it. Raises Mistake, naming
-/// what there is.
+/// The entry whose title is `title`, else the only one that begins with it, else the only one that
+/// contains it. Raises Mistake, naming what there is.
 std::size_t findTitle(const std::vector<std::u16string>& titles, std::u16string_view title,
                       std::string_view what);
 

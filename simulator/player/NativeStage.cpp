@@ -1,6 +1,7 @@
 #include "simulator/player/NativeStage.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
 #include "simulator/machine/dates.h"
@@ -131,7 +132,23 @@ void NativeStage::switchView(int window) {
 }
 
 void NativeStage::select(int window, const std::vector<std::u16string>& itemIds) {
-  host().select(window, itemIds);
+  const simulator::OutlookView view = host().snapshot(0);
+  std::map<std::u16string_view, std::size_t> places;
+  for (const simulator::WindowView& each : view.windows) {
+    if (each.number != window) continue;
+    for (const simulator::MailboxFolder& folder : mailbox_.folders) {
+      if (folder.name != each.folder) continue;
+      for (const simulator::MailboxItem& item : folder.items)
+        places.emplace(item.id, places.size() + 1);
+    }
+  }
+  std::vector<std::size_t> chosen;
+  for (const std::u16string& id : itemIds) {
+    const auto place = places.find(id);
+    if (place == places.end()) refuse("the item is gone");
+    chosen.push_back(place->second);
+  }
+  host().selectAt(window, chosen);
 }
 
 std::u16string NativeStage::nameOf(const ControlPlace& place) {

@@ -60,6 +60,7 @@ constexpr Command table[] = {
     {u"connect", "connect", "the call is answered at the other end, or picked up at the telephone",
      Actor::World, connectCall},
     {u"end", "end call", "the other end hangs up", Actor::World, endCall},
+    {u"stop", "stop call", "the same", Actor::World, endCall},
     {u"hangup", "hangup remote", "the same", Actor::World, endCall},
     {u"hang", "hang [on|off]", "the client stops answering, or answers again", Actor::World, hang},
     {u"vanish", "vanish", "the client's process is gone at once", Actor::World, vanish},

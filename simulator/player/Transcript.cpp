@@ -7,16 +7,26 @@
 #include "simulator/player/Text.h"
 
 namespace scenario {
+namespace {
+
+/// Texts of the size that a selection of thousands of items brings would drown everything else.
+std::string shortened(std::u16string_view text) {
+  constexpr std::size_t most = 600;
+  if (text.size() <= most) return oneLine(text);
+  return oneLine(text.substr(0, most)) + " ... (" + std::to_string(text.size()) + " characters)";
+}
+
+}  // namespace
 
 void Transcript::lines(std::span<const std::string> texts) {
   for (const std::string& text : texts) line(text);
 }
 
 void Transcript::note(const Note& note) {
-  if (note.kind == Note::Kind::Told) return line("    client was told: " + oneLine(note.text));
+  if (note.kind == Note::Kind::Told) return line("    client was told: " + shortened(note.text));
   if (!traceShown) return;
   line("    ~ " + toUtf8(note.time) + " " + padded(toUtf8(note.level) + ":", 9) +
-       oneLine(note.text));
+       shortened(note.text));
 }
 
 void Transcript::messageBox(std::u16string_view text) {
