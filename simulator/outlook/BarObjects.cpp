@@ -10,35 +10,7 @@ namespace {
 using automation::Error;
 using automation::ErrorNumber;
 
-constexpr std::int32_t ButtonWidth = 23;
-constexpr std::int32_t EditWidth = 100;
-/// Where the first bar begins, in pixels, and the height of a row.
-constexpr std::int32_t BarsLeft = 8;
-constexpr std::int32_t BarsTop = 44;
-constexpr std::int32_t RowHeight = 26;
-
-/// One control property that reads and writes a field as it is.
-template <auto Field>
-constexpr MemberRow<ControlObject> textRow(std::u16string_view name) {
-  return {name, [](ControlObject& self, Arguments) { return Value(self.state.*Field); },
-          [](ControlObject& self, const Value& value) { self.state.*Field = value.toText(); }};
-}
-
-template <auto Field>
-constexpr MemberRow<ControlObject> flagRow(std::u16string_view name) {
-  return {name, [](ControlObject& self, Arguments) { return Value(self.state.*Field); },
-          [](ControlObject& self, const Value& value) { self.state.*Field = value.toBoolean(); }};
-}
-
-Value pasteFace(ControlObject& self, Arguments) {
-  if (self.state.type != office::ControlType::Button) throw Error(ErrorNumber::MemberNotFound);
-  const auto picture = self.host().clipboardPicture();
-  if (!picture) throw Error(ErrorNumber::AutomationFailed);
-  self.state.picture = picture.get(u"Name").toText();
-  return {};
-}
-
-/// CommandBarControls of one bar.
+/// CommandBarControls of one bar, of no use when that is deleted.
 class ControlsObject : public HostObject<ControlsObject> {
  public:
   static constexpr std::u16string_view Name = u"CommandBarControls";
@@ -60,6 +32,11 @@ class ControlsObject : public HostObject<ControlsObject> {
     };
     return rows;
   }
+  Value invoke(automation::Access access, const automation::Member& member,
+               Arguments args) override {
+    if (bar_->gone) throw Error(ErrorNumber::AutomationFailed);
+    return HostObject::invoke(access, member, args);
+  }
   ControlsObject(std::weak_ptr<HostCore> core, std::shared_ptr<Bar> bar, int window)
       : HostObject(std::move(core)), bar_(std::move(bar)), window_(window) {}
 
@@ -73,6 +50,8 @@ class ControlsObject : public HostObject<ControlsObject> {
     if (state.type != office::ControlType::Button && state.type != office::ControlType::Edit) {
       throw Error(ErrorNumber::InvalidProcedureCall);
     }
+    // Who fills the bar is faster than Office.
+    bar_->late.clear();
     bar_->controls.push_back(std::make_shared<ControlObject>(core(), bar_, state));
     return bar_->controls.back()->handle();
   }
@@ -99,14 +78,23 @@ class BarObject : public HostObject<BarObject> {
  private:
   /// Raises when the bar was deleted.
   Bar& bar() const {
-    if (std::ranges::find(*bars_, bar_) == bars_->end()) throw Error(ErrorNumber::AutomationFailed);
+    if (bar_->gone) throw Error(ErrorNumber::AutomationFailed);
     return *bar_;
   }
   Bar::Place& place() const { return bar().places[window_]; }
+  void rename(const std::u16string& name) {
+    const bool taken = std::ranges::any_of(
+        *bars_, [&](const auto& other) { return other != bar_ && other->name == name; });
+    if (taken) throw Error(ErrorNumber::InvalidProcedureCall);
+    bar().name = name;
+  }
   Value findControl(Arguments args) {
+    const Value& type = argument(args, 0);
     const Value& tag = argument(args, 2);
     for (const auto& control : bar().controls) {
-      if (!tag.isMissing() && control->state.tag == tag.toText()) return control->handle();
+      const StoredControl& state = control->state;
+      if (!type.isMissing() && static_cast<std::int32_t>(state.type) != type.toInt32()) continue;
+      if (!tag.isMissing() && state.tag == tag.toText()) return control->handle();
     }
     return automation::Object();
   }
@@ -119,7 +107,7 @@ class BarObject : public HostObject<BarObject> {
 std::span<const MemberRow<BarObject>> BarObject::members() {
   static const MemberRow<BarObject> rows[] = {
       {u"Name", [](BarObject& self, Arguments) { return Value(self.bar().name); },
-       [](BarObject& self, const Value& value) { self.bar().name = value.toText(); }},
+       [](BarObject& self, const Value& value) { self.rename(value.toText()); }},
       {u"Visible", [](BarObject& self, Arguments) { return Value(self.place().visible); },
        [](BarObject& self, const Value& value) { self.place().visible = value.toBoolean(); }},
       {u"Position",
@@ -138,7 +126,7 @@ std::span<const MemberRow<BarObject>> BarObject::members() {
       {u"FindControl", [](BarObject& self, Arguments args) { return self.findControl(args); }},
       {u"Delete",
        [](BarObject& self, Arguments) {
-         self.bar();
+         self.bar().discard();
          std::erase(*self.bars_, self.bar_);
          return Value();
        }},
@@ -148,86 +136,9 @@ std::span<const MemberRow<BarObject>> BarObject::members() {
 
 }  // namespace
 
-std::span<const MemberRow<ControlObject>> ControlObject::members() {
-  static const MemberRow<ControlObject> rows[] = {
-      textRow<&StoredControl::tag>(u"Tag"),
-      textRow<&StoredControl::caption>(u"Caption"),
-      textRow<&StoredControl::tooltip>(u"TooltipText"),
-      textRow<&StoredControl::onAction>(u"OnAction"),
-      textRow<&StoredControl::parameter>(u"Parameter"),
-      textRow<&StoredControl::text>(u"Text"),
-      flagRow<&StoredControl::visible>(u"Visible"),
-      flagRow<&StoredControl::enabled>(u"Enabled"),
-      flagRow<&StoredControl::beginGroup>(u"BeginGroup"),
-      {u"Type", [](ControlObject& self,
-                   Arguments) { return Value(static_cast<std::int32_t>(self.state.type)); }},
-      {u"Id", [](ControlObject&, Arguments) { return Value(std::int32_t{1}); }},
-      {u"Style",
-       [](ControlObject& self, Arguments) {
-         return Value(static_cast<std::int32_t>(self.state.style));
-       },
-       [](ControlObject& self, const Value& value) {
-         self.state.style = static_cast<office::ButtonStyle>(value.toInt32());
-       }},
-      {u"Width", [](ControlObject& self, Arguments) { return Value(self.width()); },
-       [](ControlObject& self, const Value& value) { self.state.width = value.toInt32(); }},
-      {u"Height", [](ControlObject&, Arguments) { return Value(Height); }},
-      {u"Left", [](ControlObject& self, Arguments) { return Value(self.left()); }},
-      {u"Top", [](ControlObject& self, Arguments) { return Value(self.top()); }},
-      {u"PasteFace", pasteFace},
-      {u"Delete",
-       [](ControlObject& self, Arguments) {
-         self.remove();
-         return Value();
-       }},
-  };
-  return rows;
-}
-
-std::u16string ControlObject::typeName() {
-  return state.type == office::ControlType::Edit ? u"CommandBarComboBox" : u"CommandBarButton";
-}
-
-std::int32_t ControlObject::width() const {
-  if (state.width != 0) return state.width;
-  return state.type == office::ControlType::Edit ? EditWidth : ButtonWidth;
-}
-
-std::int32_t ControlObject::left() const {
-  std::int32_t x = BarsLeft;
-  if (const auto bar = bar_.lock()) {
-    for (const auto& control : bar->controls) {
-      if (control.get() == this) break;
-      if (control->state.visible) x += control->width();
-    }
-  }
-  return x;
-}
-
-std::int32_t ControlObject::top() const {
-  const auto bar = bar_.lock();
-  return BarsTop + (bar ? bar->row * RowHeight : 0);
-}
-
-void ControlObject::remove() {
-  const auto bar = bar_.lock();
-  if (!bar ||
-      std::erase_if(bar->controls, [&](const auto& each) { return each.get() == this; }) == 0) {
-    throw Error(ErrorNumber::AutomationFailed);
-  }
-}
-
-std::span<const automation::EventInterface* const> ControlObject::eventInterfaces() const {
-  static const automation::EventInterface* const button[] = {&office::CommandBarButtonEvents};
-  static const automation::EventInterface* const edit[] = {&office::CommandBarComboBoxEvents};
-  return state.type == office::ControlType::Edit ? std::span(edit) : std::span(button);
-}
-
-void ControlObject::raise(const automation::Object& clicked) {
-  std::vector<Value> args{clicked};
-  const bool edit = state.type == office::ControlType::Edit;
-  if (!edit) args.push_back(false);
-  fire(edit ? office::CommandBarComboBoxEvents : office::CommandBarButtonEvents, 1, args);
+void Bar::discard() {
+  gone = true;
+  for (const auto& control : controls) control->gone = true;
 }
 
 std::shared_ptr<Bar> barFrom(const std::weak_ptr<HostCore>& core, const StoredBar& stored) {
@@ -248,9 +159,11 @@ std::shared_ptr<Bar> barFrom(const std::weak_ptr<HostCore>& core, const StoredBa
 StoredBar storedFrom(const Bar& bar, int window) {
   StoredBar stored;
   stored.name = bar.name;
-  stored.emptyActivations = bar.emptyActivations;
   stored.refusesControls = bar.refusesControls;
-  stored.controls = bar.late;
+  if (bar.controls.empty()) {
+    stored.emptyActivations = bar.emptyActivations;
+    stored.controls = bar.late;
+  }
   for (const auto& control : bar.controls) stored.controls.push_back(control->state);
   if (const auto place = bar.places.find(window); place != bar.places.end()) {
     stored.visible = place->second.visible;
@@ -278,11 +191,10 @@ BarView viewOf(const Bar& bar, int window) {
 
 void activated(const std::weak_ptr<HostCore>& core, Bars& bars) {
   for (const auto& bar : bars) {
-    if (bar->emptyActivations == 0 || --bar->emptyActivations > 0) continue;
-    for (const auto& control : bar->late) {
+    if (++bar->activations <= bar->emptyActivations) continue;
+    for (const auto& control : std::exchange(bar->late, {})) {
       bar->controls.push_back(std::make_shared<ControlObject>(core, bar, control));
     }
-    bar->late.clear();
   }
 }
 

@@ -22,10 +22,15 @@ class ControlObject : public HostObject<ControlObject> {
   ControlObject(std::weak_ptr<HostCore> core, std::weak_ptr<Bar> bar, StoredControl initial)
       : HostObject(std::move(core)), bar_(std::move(bar)), state(std::move(initial)) {}
 
+  /// Raises when the control or its bar was deleted, or its window closed.
+  Value invoke(automation::Access access, const automation::Member& member,
+               Arguments args) override;
   std::u16string typeName() override;
   std::int32_t width() const;
   std::int32_t left() const;
   std::int32_t top() const;
+  /// Raises error 438 when the control is of another type.
+  void require(office::ControlType type) const;
   void remove();
   /// Raises the control's one event.
   void raise(const automation::Object& clicked);
@@ -40,6 +45,7 @@ class ControlObject : public HostObject<ControlObject> {
 
  public:
   StoredControl state;
+  bool gone = false;
 };
 
 /// A custom bar: of all explorers together, or of one inspector. Each window shows or hides it and
@@ -51,14 +57,20 @@ struct Bar {
   };
   std::u16string name;
   std::vector<std::shared_ptr<ControlObject>> controls;
-  /// Controls that Office has not put there yet, and after how many activations it will.
+  /// Controls that Office has not put there yet, and how many activations it lets pass before it
+  /// does so, unless somebody fills the bar meanwhile.
   std::vector<StoredControl> late;
   int emptyActivations = 0;
+  int activations = 0;
   bool refusesControls = false;
   /// By window number.
   std::map<int, Place> places;
   /// Place in its list, for the layout.
   int row = 0;
+
+  /// Deleted, or its window closed: its controls are of no use any more.
+  void discard();
+  bool gone = false;
 };
 
 using Bars = std::vector<std::shared_ptr<Bar>>;
@@ -66,7 +78,7 @@ using Bars = std::vector<std::shared_ptr<Bar>>;
 std::shared_ptr<Bar> barFrom(const std::weak_ptr<HostCore>& core, const StoredBar& stored);
 StoredBar storedFrom(const Bar& bar, int window);
 BarView viewOf(const Bar& bar, int window);
-/// Office fills a bar in the end.
+/// To be called before a window's Activate: Office fills a bar in the end.
 void activated(const std::weak_ptr<HostCore>& core, Bars& bars);
 
 class CommandBarsObject : public HostObject<CommandBarsObject> {

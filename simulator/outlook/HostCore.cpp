@@ -37,10 +37,14 @@ ObjectClass kindOf(outlook::ItemType type) {
 }  // namespace
 
 std::shared_ptr<HostCore> enterHost(const std::weak_ptr<HostCore>& weak,
-                                    std::u16string_view className, std::u16string_view member) {
+                                    std::u16string_view tableName, std::u16string_view member,
+                                    SimObject& object) {
   auto core = weak.lock();
   if (!core || !core->running) throw Error(ErrorNumber::ServerUnavailable);
-  core->checkFailing(className, member);
+  if (!core->failing.empty()) {
+    core->checkFailing(tableName, member);
+    core->checkFailing(object.typeName(), member);
+  }
   return core;
 }
 
@@ -53,7 +57,6 @@ HostCore::HostCore(Mailbox& mail, OutlookOptions given, BarStore& bars, Boundary
       services(std::move(machine)) {}
 
 void HostCore::checkFailing(std::u16string_view className, std::u16string_view member) const {
-  if (failing.empty()) return;
   const auto found = failing.find({std::u16string(className), std::u16string(member)});
   if (found != failing.end()) throw found->second;
 }
@@ -92,6 +95,9 @@ Value HostCore::defaultFolder(std::int32_t type) {
 }
 
 Value HostCore::createItem(outlook::ItemType type) {
+  if (type < outlook::ItemType::Mail || type > outlook::ItemType::Post) {
+    throw Error(ErrorNumber::InvalidProcedureCall);
+  }
   const auto home = std::ranges::find(mailbox.folders, type, &MailboxFolder::itemType);
   auto& folder = home == mailbox.folders.end() ? mailbox.folders.front() : *home;
   // Windows point at items: a folder's items must not move while Outlook runs.
@@ -99,7 +105,10 @@ Value HostCore::createItem(outlook::ItemType type) {
   item->kind = kindOf(type);
   item->id = u"new " + automation::int32Text(++lastItem_);
   item->properties[u"Subject"] = u"";
-  item->properties[u"Sent"] = false;
+  if (type == outlook::ItemType::Mail || type == outlook::ItemType::Post) {
+    item->properties[u"Sent"] = false;
+    item->wordMail = true;
+  }
   newItems.push_back(item);
   return itemObject(folder, *item);
 }
@@ -194,7 +203,7 @@ HostCore::Window HostCore::openInspector(MailboxFolder& folder, MailboxItem& ite
   state.kind = WindowKind::Inspector;
   state.itemFolder = &folder;
   state.item = &item;
-  state.wordMail = options.wordIsMailEditor && item.kind == ObjectClass::Mail;
+  state.wordMail = options.wordIsMailEditor && item.kind == ObjectClass::Mail && item.wordMail;
   state.bars = std::make_shared<Bars>();
   for (const auto& stored : store.inspectors) {
     auto bar = barFrom(weak_from_this(), stored);
@@ -208,7 +217,7 @@ HostCore::Window HostCore::openInspector(MailboxFolder& folder, MailboxItem& ite
   inspectors->raiseNew(*window);
   if (!window->open) return window;
   toFront(window);
-  if (ribbons()) prepareRibbon(*window);
+  if (hasRibbons()) ribbons.show(window);
   activate(window);
   return window;
 }
@@ -221,10 +230,10 @@ void HostCore::toFront(const Window& window) {
 void HostCore::activate(const Window& window) {
   if (!window->open) return;
   toFront(window);
+  activated(weak_from_this(), *window->state.bars);
   if (window->explorer()) {
     window->raise(outlook::ExplorerEvent::Activate);
   } else {
-    activated(weak_from_this(), *window->state.bars);
     window->raise(outlook::InspectorEvent::Activate);
   }
 }
@@ -244,6 +253,7 @@ void HostCore::close(const Window& window) {
     window->raise(outlook::InspectorEvent::Close);
     std::erase(zorder, window);
     storeInspectorBars(window->state);
+    for (const auto& bar : *window->state.bars) bar->discard();
   }
   window->open = false;
   if (!zorder.empty() || !running) return;
@@ -316,79 +326,8 @@ void HostCore::click(const std::shared_ptr<ControlObject>& control) {
   }
 }
 
-bool HostCore::ribbons() const {
+bool HostCore::hasRibbons() const {
   return options.version.starts_with(u"12.");
-}
-
-namespace {
-
-/// IRibbonControl, IRibbonUI.
-automation::Object record(std::weak_ptr<HostCore> core, std::u16string_view name,
-                          RecordObject::Fields fields) {
-  return std::make_shared<RecordObject>(std::move(core), name, std::move(fields))->handle();
-}
-
-}  // namespace
-
-automation::Object HostCore::ribbonControl(const Window& window, std::u16string_view id) {
-  return record(weak_from_this(), u"IRibbonControl",
-                {{u"Id", [id = std::u16string(id)] { return Value(id); }},
-                 {u"Tag", [] { return Value(u""); }},
-                 {u"Context", [weak = std::weak_ptr(window)] {
-                    const auto context = weak.lock();
-                    return Value(context ? context->handle() : automation::Object());
-                  }}});
-}
-
-void HostCore::prepareRibbon(WindowObject& window) {
-  auto& state = window.state;
-  const auto sent = state.item->properties.find(u"Sent");
-  const std::u16string id(ribbonIdOf(
-      state.item->kind, sent == state.item->properties.end() || sent->second.toBoolean()));
-  if (id.empty() || !addin) return;
-  if (askedRibbons_.insert(id).second) markups_[id] = addin->getCustomUi(id);
-  if (!addin) return;
-  state.ribbon = readRibbon(markups_[id]);
-  const auto call = [&](std::u16string_view callback, const automation::Object& argument) {
-    try {
-      const std::vector<Value> args{boundary.out(argument)};
-      return addin->ribbonCallback(callback, args);
-    } catch (const Error&) {
-      // A callback that is missing or fails is passed over.
-      return Value();
-    }
-  };
-  if (!state.ribbon.onLoad.empty() && loadedRibbons_.insert(id).second) {
-    call(state.ribbon.onLoad, record(weak_from_this(), u"IRibbonUI", {}));
-  }
-  std::size_t button = 0;
-  const auto self = std::static_pointer_cast<WindowObject>(window.shared_from_this());
-  for (auto& group : state.ribbon.groups) {
-    for (auto& view : group.buttons) {
-      const auto& callbacks = state.ribbon.callbacks[button++];
-      if (callbacks.getImage.empty() || !addin) continue;
-      const Value picture = call(callbacks.getImage, ribbonControl(self, view.id));
-      if (picture.isObject() && picture.toObject()) {
-        view.picture = Boundary::in(picture).toObject().get(u"Name").toText();
-      }
-    }
-  }
-}
-
-void HostCore::clickRibbon(const Window& window, std::u16string_view button) {
-  std::size_t index = 0;
-  for (const auto& group : window->state.ribbon.groups) {
-    for (const auto& view : group.buttons) {
-      const auto callbacks = window->state.ribbon.callbacks[index++];
-      if (view.id != button && view.label != button) continue;
-      if (!addin) return;
-      const std::vector<Value> args{boundary.out(ribbonControl(window, view.id))};
-      addin->ribbonCallback(callbacks.onAction, args);
-      return;
-    }
-  }
-  throw HostError("the ribbon of window " + std::to_string(window->state.number) +
-                  " has no button \"" + toUtf8(button) + "\"");
 }
 
 }  // namespace simulator

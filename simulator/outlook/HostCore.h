@@ -4,13 +4,13 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "simulator/outlook/OutlookHost.h"
+#include "simulator/outlook/Ribbons.h"
 #include "simulator/outlook/WindowObjects.h"
 
 namespace simulator {
@@ -58,8 +58,7 @@ class HostCore : public std::enable_shared_from_this<HostCore> {
   std::vector<std::shared_ptr<ControlObject>> controls() const;
   std::shared_ptr<ControlObject> findControl(const Window& window, std::u16string_view name) const;
   void click(const std::shared_ptr<ControlObject>& control);
-  void clickRibbon(const Window& window, std::u16string_view button);
-  bool ribbons() const;
+  bool hasRibbons() const;
 
   Mailbox& mailbox;
   OutlookOptions options;
@@ -79,12 +78,11 @@ class HostCore : public std::enable_shared_from_this<HostCore> {
   std::shared_ptr<Bars> explorerBars;
   std::map<std::pair<std::u16string, std::u16string>, automation::Error> failing;
   std::function<void(int)> addHook;
+  Ribbons ribbons{*this};
   /// Items that were made and not saved in a folder.
   std::vector<std::shared_ptr<MailboxItem>> newItems;
 
  private:
-  void prepareRibbon(WindowObject& window);
-  automation::Object ribbonControl(const Window& window, std::u16string_view id);
   void storeExplorerBars(int window);
   void storeInspectorBars(const WindowState& state);
 
@@ -92,9 +90,6 @@ class HostCore : public std::enable_shared_from_this<HostCore> {
   int lastItem_ = 0;
   std::map<const MailboxItem*, std::weak_ptr<ItemObject>> itemObjects_;
   std::map<std::u16string_view, std::pair<MailboxFolder*, MailboxItem*>> byId_;
-  std::set<std::u16string> askedRibbons_;
-  std::map<std::u16string, std::u16string> markups_;
-  std::set<std::u16string> loadedRibbons_;
 };
 
 }  // namespace simulator

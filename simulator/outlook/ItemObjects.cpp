@@ -33,8 +33,7 @@ constexpr Kind Kinds[] = {
 
 /// Text properties that read as empty when the mailbox does not give them.
 constexpr std::u16string_view AllTexts[] = {u"Subject", u"Body", u"MessageClass", u"Categories"};
-constexpr std::u16string_view MailTexts[] = {u"SenderName", u"ReceivedByName", u"To", u"CC",
-                                             u"BCC",        u"HTMLBody"};
+constexpr std::u16string_view MailTexts[] = {u"ReceivedByName", u"To", u"CC", u"BCC", u"HTMLBody"};
 constexpr std::u16string_view ContactTexts[] = {
     u"LastNameAndFirstName",
     u"FullName",
@@ -67,11 +66,26 @@ bool among(std::span<const std::u16string_view> names, std::u16string_view name)
   return std::ranges::find(names, name) != names.end();
 }
 
-/// Whether an item of this kind has the property, given or not.
-bool hasText(ObjectClass kind, std::u16string_view name) {
-  if (among(AllTexts, name)) return true;
-  if (kind == ObjectClass::Contact) return among(ContactTexts, name);
-  return kind == ObjectClass::Mail && among(MailTexts, name);
+bool isMeeting(ObjectClass kind) {
+  return kind >= ObjectClass::MeetingRequest && kind <= ObjectClass::MeetingResponseTentative;
+}
+
+/// What a property that the mailbox does not give reads as; null when the kind has no such
+/// property.
+const Value* initialValue(ObjectClass kind, std::u16string_view name) {
+  static const Value empty(u"");
+  static const Value yes(true);
+  const bool message = kind == ObjectClass::Mail || isMeeting(kind);
+  if (message && name == u"Sent") return &yes;
+  const bool known =
+      among(AllTexts, name) || (kind == ObjectClass::Contact && among(ContactTexts, name)) ||
+      (message && name == u"SenderName") || (kind == ObjectClass::Mail && among(MailTexts, name));
+  return known ? &empty : nullptr;
+}
+
+/// Notes have neither attachments nor user properties.
+void refuseNotes(const ItemObject& self) {
+  if (self.item().kind == ObjectClass::Note) throw Error(ErrorNumber::MemberNotFound);
 }
 
 Value linksOf(ItemObject& self, Arguments) {
@@ -88,6 +102,7 @@ Value linksOf(ItemObject& self, Arguments) {
 }
 
 Value attachmentsOf(ItemObject& self, Arguments) {
+  refuseNotes(self);
   auto& files = self.item().attachments;
   const auto core = self.core();
   return std::make_shared<ListObject>(
@@ -129,7 +144,7 @@ class UserPropertiesObject : public HostObject<UserPropertiesObject> {
 };
 
 Value userPropertiesOf(ItemObject& self, Arguments) {
-  if (self.item().kind == ObjectClass::Note) throw Error(ErrorNumber::MemberNotFound);
+  refuseNotes(self);
   return std::make_shared<UserPropertiesObject>(self.core(), self.item())->handle();
 }
 
@@ -166,16 +181,16 @@ Value ItemObject::invoke(automation::Access access, const automation::Member& me
   if (std::ranges::find(table, member.name, &MemberRow<ItemObject>::name) != table.end()) {
     return HostObject::invoke(access, member, args);
   }
-  const auto held = enterHost(core(), Name, member.name);
+  const auto held = enterHost(core(), Name, member.name, *this);
   auto& properties = item_.properties;
   const auto found = properties.find(member.name);
-  const bool known = found != properties.end() || hasText(item_.kind, member.name);
-  if (!known) throw Error(ErrorNumber::MemberNotFound);
+  const auto* const initial = initialValue(item_.kind, member.name);
+  if (found == properties.end() && !initial) throw Error(ErrorNumber::MemberNotFound);
   if (access == automation::Access::Put) {
-    properties[std::u16string(member.name)] = args.back();
+    properties[std::u16string(member.name)] = argument(args, 0);
     return {};
   }
-  return found != properties.end() ? found->second : Value(u"");
+  return found != properties.end() ? found->second : *initial;
 }
 
 std::u16string ItemObject::typeName() {
@@ -281,7 +296,7 @@ Value ListObject::at(const Value& index) const {
 }
 
 Value RecordObject::invoke(automation::Access access, const automation::Member& member, Arguments) {
-  const auto held = enterHost(core(), name_, member.name);
+  const auto held = enterHost(core(), Name, member.name, *this);
   for (const auto& [name, read] : fields_) {
     if (name == member.name && access != automation::Access::Put) return read();
   }

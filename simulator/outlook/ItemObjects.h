@@ -39,6 +39,8 @@ class FolderObject : public HostObject<FolderObject> {
   FolderObject(std::weak_ptr<HostCore> core, MailboxFolder& folder)
       : HostObject(std::move(core)), folder_(folder) {}
   MailboxFolder& folder() const { return folder_; }
+  /// Two handles of one folder are the same.
+  const void* identity() const override { return &folder_; }
 
  private:
   MailboxFolder& folder_;

@@ -84,6 +84,7 @@ void OutlookHost::connectAddin(Addin& addin) {
 void OutlookHost::disconnectAddin() {
   if (!addinConnected()) throw HostError("the add-in is not switched on");
   std::exchange(impl_->core->addin, nullptr)->onDisconnection(1);
+  impl_->core->ribbons.forget();
 }
 
 void OutlookHost::quit() {
@@ -199,9 +200,10 @@ void OutlookHost::selectAll(int explorer) {
 
 void OutlookHost::click(int number, std::u16string_view button) {
   const auto window = impl_->core->window(number);
-  const auto control = impl_->core->findControl(window, button);
+  impl_->core->findControl(window, button);
   if (impl_->core->zorder.front() != window) impl_->core->activate(window);
-  impl_->core->click(control);
+  // The activation may have built the bar anew.
+  impl_->core->click(impl_->core->findControl(window, button));
 }
 
 void OutlookHost::typeInto(int number, std::u16string_view box, std::u16string_view text) {
@@ -218,7 +220,7 @@ void OutlookHost::typeInto(int number, std::u16string_view box, std::u16string_v
 void OutlookHost::clickRibbon(int inspector, std::u16string_view button) {
   const auto window = impl_->core->windowOf(inspector, WindowKind::Inspector);
   if (impl_->core->zorder.front() != window) impl_->core->activate(window);
-  impl_->core->clickRibbon(window, button);
+  impl_->core->ribbons.click(window, button);
 }
 
 OutlookView OutlookHost::snapshot(std::size_t maxItems) const {

@@ -24,9 +24,10 @@ struct RibbonView {
   std::vector<Callbacks> callbacks;
 };
 
-/// Reads markup as Office 2007 does: malformed XML, another name space, an unknown built-in tab or
-/// tab set, an unknown element or a doubled id lose all of it, and the problem says why.
-RibbonView readRibbon(std::u16string_view markup);
+/// Reads markup as Office 2007 does for the inspectors of a ribbon id: malformed XML, another name
+/// space, a tab or tab set that these inspectors lack, an unknown element or attribute or a doubled
+/// id lose all of it, and the problem says why.
+RibbonView readRibbon(std::u16string_view markup, std::u16string_view ribbonId);
 
 /// The ribbon id of an inspector on this item; empty when it has no ribbon.
 std::u16string_view ribbonIdOf(outlook::ObjectClass kind, bool sent);

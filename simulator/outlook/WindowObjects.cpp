@@ -60,7 +60,7 @@ std::span<const MemberRow<WindowObject>> WindowObject::members() {
 
 Value WindowObject::invoke(automation::Access access, const automation::Member& member,
                            Arguments args) {
-  const auto held = enterHost(core(), typeName(), member.name);
+  const auto held = enterHost(core(), Name, member.name, *this);
   const auto found = std::ranges::find(Having, member.name, &Members::name);
   const bool has = found != std::end(Having) && (explorer() ? found->explorer : found->inspector);
   if (!has) throw Error(ErrorNumber::MemberNotFound);

@@ -33,7 +33,7 @@ struct WindowState {
 /// An explorer or an inspector. It outlives its window while somebody holds it, and raises then.
 class WindowObject : public HostObject<WindowObject> {
  public:
-  static constexpr std::u16string_view Name = u"Explorer";
+  static constexpr std::u16string_view Name = u"Window";
   static std::span<const MemberRow<WindowObject>> members();
 
   WindowObject(std::weak_ptr<HostCore> core, WindowState initial)

@@ -1,0 +1,91 @@
+#include "simulator/outlook/Ribbons.h"
+
+#include "simulator/data/Utf8.h"
+#include "simulator/outlook/HostCore.h"
+#include "simulator/outlook/ItemObjects.h"
+
+namespace simulator {
+namespace {
+
+using automation::Error;
+
+std::u16string ribbonIdFor(const MailboxItem& item) {
+  const auto sent = item.properties.find(u"Sent");
+  return std::u16string(
+      ribbonIdOf(item.kind, sent == item.properties.end() || sent->second.toBoolean()));
+}
+
+}  // namespace
+
+Value Ribbons::call(WindowState& state, std::u16string_view callback,
+                    const automation::Object& argument) {
+  if (!core_.addin) return {};
+  try {
+    const std::vector<Value> args{core_.boundary.out(argument)};
+    return core_.addin->ribbonCallback(callback, args);
+  } catch (const Error& error) {
+    // Office passes this over, but for a message to those who asked for it.
+    state.ribbon.problems.push_back(u"callback \"" + std::u16string(callback) + u"\" failed: " +
+                                    error.description());
+    return {};
+  }
+}
+
+automation::Object Ribbons::control(const std::shared_ptr<WindowObject>& window,
+                                    std::u16string_view id) {
+  RecordObject::Fields fields{{u"Id", [id = std::u16string(id)] { return Value(id); }},
+                              {u"Tag", [] { return Value(u""); }},
+                              {u"Context", [weak = std::weak_ptr(window)] {
+                                 const auto context = weak.lock();
+                                 return Value(context ? context->handle() : automation::Object());
+                               }}};
+  return std::make_shared<RecordObject>(core_.weak_from_this(), u"IRibbonControl",
+                                        std::move(fields))
+      ->handle();
+}
+
+void Ribbons::show(const std::shared_ptr<WindowObject>& window) {
+  WindowState& state = window->state;
+  const auto id = ribbonIdFor(*state.item);
+  if (id.empty() || !core_.addin) return;
+  const bool first = !markups_.contains(id);
+  if (first) markups_[id] = core_.addin->getCustomUi(id);
+  state.ribbon = readRibbon(markups_[id], id);
+  if (first && !state.ribbon.onLoad.empty()) {
+    const auto ui = std::make_shared<RecordObject>(core_.weak_from_this(), u"IRibbonUI",
+                                                   RecordObject::Fields{});
+    call(state, state.ribbon.onLoad, ui->handle());
+  }
+  std::size_t index = 0;
+  for (auto& group : state.ribbon.groups) {
+    for (auto& button : group.buttons) {
+      const auto getImage = state.ribbon.callbacks[index++].getImage;
+      if (getImage.empty()) continue;
+      const Value picture = Boundary::in(call(state, getImage, control(window, button.id)));
+      if (picture.isObject() && picture.toObject()) {
+        button.picture = picture.toObject().get(u"Name").toText();
+      }
+    }
+  }
+}
+
+void Ribbons::click(const std::shared_ptr<WindowObject>& window, std::u16string_view button) {
+  std::size_t index = 0;
+  for (const auto& group : window->state.ribbon.groups) {
+    for (const auto& view : group.buttons) {
+      const auto onAction = window->state.ribbon.callbacks[index++].onAction;
+      if (view.id != button && view.label != button) continue;
+      if (!onAction.empty()) call(window->state, onAction, control(window, view.id));
+      return;
+    }
+  }
+  throw HostError("the ribbon of window " + std::to_string(window->state.number) +
+                  " has no button \"" + toUtf8(button) + "\"");
+}
+
+void Ribbons::forget() {
+  markups_.clear();
+  for (const auto& window : core_.windowsOf(WindowKind::Inspector)) window->state.ribbon = {};
+}
+
+}  // namespace simulator
