@@ -133,6 +133,8 @@ void Client::restoreMember(std::u16string_view member) {
 
 std::u16string Client::defaultConversion(std::u16string_view number) {
   constexpr std::u16string_view TrunkZero = u"(0)";
+  // A menu's caption comes with its label: "Home: 030 1".
+  if (const auto label = number.rfind(u": "); label != number.npos) number.remove_prefix(label + 2);
   std::u16string result;
   for (std::size_t at = 0; at < number.size();) {
     if (number.substr(at).starts_with(TrunkZero)) {

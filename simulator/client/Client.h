@@ -110,7 +110,7 @@ class Client {
 
   // ---- What it answers. A rule may raise an error.
 
-  /// Without blanks, "(0)", slashes and dashes.
+  /// Without a label that ends in ": ", blanks, "(0)", slashes and dashes.
   static std::u16string defaultConversion(std::u16string_view number);
   /// Whether all characters are digits or one of "*#I/-+ ()." or "i".
   static bool defaultIsNumber(std::u16string_view text);
