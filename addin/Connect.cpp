@@ -71,6 +71,7 @@ void Connect::AddinInstance_Initialize() noexcept {
 void Connect::AddinInstance_OnConnection(const automation::Object& application,
                                          std::int32_t connectMode,
                                          const automation::Object& addInInst) noexcept {
+  connected_ = true;
   ResumeNext resume;
   resume([&] {
     LogDebug(
@@ -89,6 +90,7 @@ void Connect::AddinInstance_OnConnection(const automation::Object& application,
         outlook::InspectorsEventInterface,
         std::make_shared<automation::ReceiverSink<outlook::InspectorsEvents>>(weak_from_this()));
   });
+  if (!connected_) return release();
   // Outlook raises no start-up event any more.
   if (connectMode == AfterStartup) AddinInstance_OnStartupComplete();
 }
@@ -103,7 +105,7 @@ void Connect::AddinInstance_OnStartupComplete() noexcept {
     LogDebug(u"Handle g_olApp.ActiveExplorer in AddinInstance_OnStartupComplete");
     myOlExplorers_NewExplorer(explorer);
   });
-  StartTimer(StartupInterval);
+  if (connected_) StartTimer(StartupInterval);
 }
 
 void Connect::AddinInstance_OnBeginShutdown() noexcept {
@@ -120,6 +122,7 @@ void Connect::AddinInstance_OnDisconnection(std::int32_t removeMode) noexcept {
   });
   // The caller's reference may be the last one, and go away in the middle.
   const auto self = shared_from_this();
+  connected_ = false;
   ShutdownAll(removeMode == UserClosed);
   resume([] {
     if (const auto form = std::exchange(globals().g_frmMenus, nullptr)) form->Unload();
@@ -129,6 +132,10 @@ void Connect::AddinInstance_OnDisconnection(std::int32_t removeMode) noexcept {
 void Connect::ShutdownAll(bool deleteBars) noexcept {
   MAPI_Deinit();
   DeInitAllWrappers(deleteBars);
+  release();
+}
+
+void Connect::release() noexcept {
   myOlInspectors_.close();
   myOlExplorers_.close();
   trapQuietly([] {

@@ -44,8 +44,12 @@ class Connect : public outlook::ExplorersEvents,
   Connect() = default;
   void AddinInstance_Initialize() noexcept;
   void ShutdownAll(bool deleteBars) noexcept;
+  /// Lets everything of the host go.
+  void release() noexcept;
   clsRibbon& ribbon();
 
+  /// Between connection and disconnection, the latter of which may come in the middle of the first.
+  bool connected_ = false;
   automation::Connection myOlExplorers_;
   automation::Connection myOlInspectors_;
   std::unique_ptr<clsRibbon> m_ribbon;

@@ -1,5 +1,6 @@
 #include "addin/process.h"
 
+#include "infra/errors.h"
 #include "platform/timers.h"
 
 namespace cxol {
@@ -15,7 +16,7 @@ Process::Process(const platform::Platform& services)
 Process::~Process() {
   // An add-in that is switched off by the user gets no shutdown event: its timers still run.
   for (const std::uint32_t id : {globals_->TimerId, globals_->SelTimerId}) {
-    if (id != 0) runtime_.platform.timers.killTimer(id);
+    if (id != 0) trapQuietly([&] { runtime_.platform.timers.killTimer(id); });
   }
   // Wrappers may look at the globals while they go away.
   *globals_ = Globals();

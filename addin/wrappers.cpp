@@ -74,7 +74,8 @@ void AddExplorerWrapper(const outlook::Explorer& explorer) {
   const auto wrapper = std::make_shared<OlCmdEvents>();
   wrapper->setThisExplorer(explorer);
   purgeExplorers();
-  globals().g_colExplorers.add(wrapper);
+  // The host may have disconnected the add-in in the middle of a call.
+  if (globals().g_olApp) globals().g_colExplorers.add(wrapper);
 }
 
 void AddInspectorWrapper(const outlook::Inspector& inspector) {
@@ -87,7 +88,7 @@ void AddInspectorWrapper(const outlook::Inspector& inspector) {
   const auto wrapper = std::make_shared<OlEvents>();
   wrapper->Init(inspector);
   wrapper->Connect();
-  globals().g_colInspectors.add(wrapper);
+  if (globals().g_olApp) globals().g_colInspectors.add(wrapper);
 }
 
 void DeInitAllWrappers(bool deleteBars) noexcept {

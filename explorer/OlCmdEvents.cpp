@@ -63,10 +63,12 @@ OlCmdEvents::~OlCmdEvents() {
 void OlCmdEvents::setThisExplorer(const outlook::Explorer& explorer) {
   explorerEvents_.close();
   explorer_ = explorer;
-  if (!explorer_) return;
-  explorerEvents_ = explorer_.object().connect(
+  if (!explorer) return;
+  explorerEvents_ = explorer.object().connect(
       outlook::ExplorerEventInterface,
       std::make_shared<automation::ReceiverSink<outlook::ExplorerEvents>>(weak_from_this()));
+  // Closed in the middle of the call.
+  if (!explorer_) explorerEvents_.close();
 }
 
 void OlCmdEvents::InitFromTimer() noexcept {
@@ -121,7 +123,7 @@ void OlCmdEvents::SetActionButtonCaption() noexcept {
 
 void OlCmdEvents::selectionMayHaveChanged() noexcept {
   onNewExplorer();
-  StartSelectionTimer(shared_from_this());
+  if (explorer_) StartSelectionTimer(shared_from_this());
 }
 
 void OlCmdEvents::thisExplorer_Activate() noexcept {

@@ -81,6 +81,8 @@ class OlCmdEvents : public ExplorerWrapper,
   bool isOwn(const office::CommandBarControl& ctrl) const;
   bool wasLastExplorer() const;
 
+  /// Lets the bar and its controls go.
+  void release() noexcept;
   office::CommandBar findBar() const;
   void clearOldLayout();
   bool initControl(const Layout& layout);

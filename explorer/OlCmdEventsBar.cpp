@@ -78,6 +78,8 @@ void OlCmdEvents::InitVelnorBarExplorer() {
   // New buttons are drawn before the bar comes up.
   if (anyCreated) resume([] { machine().clock.pumpMessages(); });
   resume([&] { explorerBar_.setVisible(true); });
+  // The window may have been closed in the middle of a call.
+  if (!explorer_) release();
   LogDebug(u"...done.");
 }
 
@@ -179,6 +181,10 @@ void OlCmdEvents::DeInitVelnorBarExplorer(bool deleteBar) noexcept {
     resume([&] { LogDebug(concat(u"Hide command bar: ", explorerBar_.name())); });
     resume([&] { explorerBar_.setVisible(false); });
   }
+  release();
+}
+
+void OlCmdEvents::release() noexcept {
   for (auto& kept : controls_) kept = {};
   explorerBar_ = {};
 }

@@ -30,10 +30,12 @@ void OlEvents::Init(const outlook::Inspector& inspector) noexcept {
   inspectorEvents_.close();
   inspector_ = inspector;
   trapQuietly([&] {
-    inspectorEvents_ = inspector_.object().connect(
+    inspectorEvents_ = inspector.object().connect(
         outlook::InspectorEventInterface,
         std::make_shared<automation::ReceiverSink<outlook::InspectorEvents>>(weak_from_this()));
   });
+  // Closed in the middle of the call.
+  if (!inspector_) inspectorEvents_.close();
 }
 
 void OlEvents::Deinit(bool deleteBar) noexcept {

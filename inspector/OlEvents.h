@@ -66,6 +66,8 @@ class OlEvents : public InspectorWrapper,
   /// Builds or refreshes the toolbar; true also when the item gets none. Never raises.
   bool CBAddVelnorBarInspector() noexcept;
   void DeInitVelnorBarInspector(bool deleteBar) noexcept;
+  /// Lets the bar and its buttons go.
+  void release() noexcept;
 
   /// Whether the build goes on: false while a bar that is found empty may still be filled by
   /// Office.

@@ -61,6 +61,8 @@ bool OlEvents::CBAddVelnorBarInspector() noexcept {
     built = true;
     LogDebug(u"...done.");
   });
+  // The window may have been closed in the middle of a call.
+  if (!inspector_) release();
   return built;
 }
 
@@ -231,7 +233,12 @@ void OlEvents::DeInitVelnorBarInspector(bool deleteBar) noexcept {
     resume([&] { LogDebug(concat(u"Hide inspector commandbar: ", inspectorBar_.name())); });
     resume([&] { inspectorBar_.setVisible(false); });
   }
+  release();
+}
+
+void OlEvents::release() noexcept {
   inspectorBar_ = {};
+  testButton_ = {};
   for (const auto index : {BtDial2, BtDrop2, BtAction2, BtIncognito2}) buttons_[index] = {};
 }
 

@@ -33,7 +33,10 @@ void MAPI_Init() noexcept {
     auto& state = globals();
     if (!state.g_bUseMapi || state.g_bMapiInitialized) return;
     LogDebug(u"MAPI_Init()");
-    if (machine().mapiHelper.init() == 0) state.g_bMapiInitialized = true;
+    if (machine().mapiHelper.init() != 0) return;
+    state.g_bMapiInitialized = true;
+    // Disconnected in the middle of the call.
+    if (!state.g_olApp) MAPI_Deinit();
   });
 }
 
