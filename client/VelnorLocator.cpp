@@ -34,16 +34,20 @@ constexpr std::uint32_t ServicePoll = 20;
 class Wait {
  public:
   Wait() : start_(now()) {}
-  double elapsed() const { return now() - start_; }
   /// Less than the limit has passed.
   bool inTime() const { return elapsed() >= 0 && elapsed() < Limit; }
   /// More than the limit has passed, or the clock has fallen back.
   bool over() const { return elapsed() < 0 || elapsed() > Limit; }
 
  private:
-  static constexpr double Limit = 20;
-  static double now() { return platform::secondsSinceMidnight(machine().clock.localTime()); }
-  double start_;
+  // Whole milliseconds: fractions that compare differently in registers and in memory would end a
+  // wait before it began.
+  static constexpr std::int64_t Limit = 20'000;
+  static std::int64_t now() {
+    return platform::millisecondsSinceMidnight(machine().clock.localTime());
+  }
+  std::int64_t elapsed() const { return now() - start_; }
+  std::int64_t start_;
 };
 
 std::u16string executable() {

@@ -17,8 +17,8 @@
 namespace cxol {
 namespace {
 
-/// A window must be this old before the timer builds its toolbar.
-constexpr double InitAgeSeconds = 20;
+/// Milliseconds: a window must be this old before the timer builds its toolbar.
+constexpr std::int64_t InitAge = 20'000;
 /// Characters that the action button shows; longer captions are cut.
 constexpr std::size_t CaptionLength = 20;
 constexpr std::u16string_view Ellipsis = u"...";
@@ -82,9 +82,9 @@ bool OlCmdEvents::MustInit() noexcept {
   if (!mustInitPending_) return false;
   bool due = false;
   trapQuietly([&] {
-    const auto age =
-        platform::serialDays(machine().clock.localTime()) - platform::serialDays(createdAt_);
-    due = age * 86400 > InitAgeSeconds;
+    due = platform::serialMilliseconds(machine().clock.localTime()) -
+              platform::serialMilliseconds(createdAt_) >
+          InitAge;
   });
   return due;
 }

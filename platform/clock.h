@@ -30,13 +30,18 @@ constexpr double secondsSinceMidnight(const LocalTime& time) {
   return (time.hour * 60 + time.minute) * 60 + time.second + time.millisecond / 1000.0;
 }
 
-/// Days since 1 March of the year 0, with the time of day as the fraction: for differences only.
-constexpr double serialDays(const LocalTime& time) {
+/// Milliseconds since midnight.
+constexpr std::int64_t millisecondsSinceMidnight(const LocalTime& time) {
+  return ((time.hour * 60LL + time.minute) * 60 + time.second) * 1000 + time.millisecond;
+}
+
+/// Milliseconds of the calendar: for differences only.
+constexpr std::int64_t serialMilliseconds(const LocalTime& time) {
   const int shifted = (time.month + 9) % 12;
   const int year = time.year - shifted / 10;
-  const int days =
+  const std::int64_t days =
       365 * year + year / 4 - year / 100 + year / 400 + (shifted * 306 + 5) / 10 + time.day - 1;
-  return days + secondsSinceMidnight(time) / 86400.0;
+  return days * 86'400'000 + millisecondsSinceMidnight(time);
 }
 
 }  // namespace platform

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "addin/process.h"
 #include "client/CxDial.h"
 #include "client/IsDialableNumber.h"
@@ -20,9 +18,9 @@ constexpr std::u16string_view NotRunning = u"ActiveX component can't create obje
 class ClientTest : public testing::Test {
  protected:
   std::int64_t elapsedBy(const std::function<void()>& operation) {
-    const auto before = platform::serialDays(world.machine.clock.now());
+    const auto before = platform::serialMilliseconds(world.machine.clock.now());
     operation();
-    return std::llround((platform::serialDays(world.machine.clock.now()) - before) * 86'400'000);
+    return platform::serialMilliseconds(world.machine.clock.now()) - before;
   }
   void force(std::int32_t state) { world.machine.client.telephone().forceCurrentState(state); }
 

@@ -168,7 +168,8 @@ TEST(DatesTest, AreWrittenAndReadInTheUsersFormat) {
     EXPECT_EQ(simulator::shortDate(c.langId, date), c.text);
     const auto back = simulator::parseShortDate(c.langId, u" " + std::u16string(c.text) + u" ");
     ASSERT_TRUE(back) << c.langId;
-    EXPECT_EQ(platform::serialDays(*back), platform::serialDays({2008, 3, 7, 0, 0, 0, 0}));
+    EXPECT_EQ(platform::serialMilliseconds(*back),
+              platform::serialMilliseconds({2008, 3, 7, 0, 0, 0, 0}));
   }
   for (const auto* text : {u"", u"7.3.08", u"30.02.2008", u"07/03/2008", u"1.13.2008",
                            u"007.03.2008", u"7.3.2008 1", u"7.3.20081", u"7..2008"}) {

@@ -35,7 +35,7 @@ class HostCore : public std::enable_shared_from_this<HostCore> {
   Value defaultFolder(std::int32_t type);
   Value createItem(outlook::ItemType type);
   automation::Object clipboardPicture() const;
-  /// A date of the session's format as the mailbox writes it.
+  /// A date in the user's short format as the mailbox writes it.
   std::u16string isoDate(std::u16string_view date) const;
   void controlsAddHook(int window);
   std::u16string captionOf(const WindowState& state) const;

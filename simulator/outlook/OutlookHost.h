@@ -38,7 +38,7 @@ struct OutlookOptions {
 struct OutlookServices {
   /// The picture on the clipboard, or nothing. Its member "Name" tells the pictures apart.
   std::function<automation::Object()> clipboard;
-  /// Reads a date in the session's format.
+  /// Reads a date in the user's short format.
   std::function<std::optional<platform::LocalTime>(std::u16string_view)> parseDate;
 };
 
