@@ -1,16 +1,20 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that building and testing need; does nothing when they are there.
-# Needs root or sudo only when something is missing.
+# With the argument "windows" also those for the DLL: the cross compiler and Wine. Needs root or sudo
+# only when something is missing.
 set -euo pipefail
 
 packages=(
-  g++ cmake ninja-build clang-format
-  libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev nlohmann-json3-dev libpugixml-dev libedit-dev
+  g++ cmake ninja-build clang-format git
+  libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev libpugixml-dev libedit-dev
 )
+if [ "${1:-}" = windows ]; then
+  packages+=(g++-mingw-w64-i686-win32 mingw-w64-tools wine wine32:i386 googletest)
+fi
 
 missing=()
 for package in "${packages[@]}"; do
-  status=$(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null || true)
+  status=$(dpkg-query -W -f '${db:Status-Status}\n' "$package" 2>/dev/null | head -1 || true)
   [ "$status" = installed ] || missing+=("$package")
 done
 [ ${#missing[@]} -eq 0 ] && exit 0
@@ -26,7 +30,10 @@ else
 fi
 
 echo "Installing: ${missing[*]}"
+# Wine for 32-bit programs is of the other architecture.
+[ "${1:-}" != windows ] || "${as_root[@]}" dpkg --add-architecture i386
 # One index that is out of step must not stop the others.
 "${as_root[@]}" apt-get update -qq || true
+# From one release: the two architectures must not want different versions of one library.
 DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends \
-  "${missing[@]}" </dev/null >/dev/null
+  -t bookworm "${missing[@]}" </dev/null >/dev/null

@@ -1,0 +1,127 @@
+#!/usr/bin/env bash
+# Plays scenarios twice, on the simulated machine and against the DLL over COM under Wine, and
+# compares the transcripts line by line. What is marked native only is left out, and so are times.
+#
+#   scripts/windows-proof.sh [SCENARIO...]     by default all of samples/
+#
+# BUILD_NATIVE and BUILD_WINDOWS name the two build folders, PROOF_FOLDER the one for prefix and
+# transcripts, PROOF_JOBS how many scenarios are played at once, each on a machine of its own.
+set -uo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+native=${BUILD_NATIVE:-$root/build/release}/demo/velnor-sim
+windows=${BUILD_WINDOWS:-$root/build/windows}
+folder=${PROOF_FOLDER:-$root/build/proof}
+jobs=${PROOF_JOBS:-3}
+mailbox=$root/samples/mailbox.json
+
+for file in "$native" "$windows/bin/outlook-standin.exe" "$windows/bin/velnor-standin.exe" \
+  "$windows/windows/cxolcom.dll" "$windows/bin/libraries/cxmapihlp.dll"; do
+  if [ ! -e "$file" ]; then
+    echo "missing: $file" >&2
+    exit 2
+  fi
+done
+
+# The transcript without what may differ: each "native only" with the command that it belongs to and
+# what that prints, times, and the count of the expectations.
+comparable() {
+  awk '
+    /^> native only:/ { skipping = 1; commands = 0; next }
+    skipping && /^> / { if (++commands == 2) skipping = 0 }
+    skipping && (/^$/ || /^#/) { skipping = 0 }
+    skipping { next }
+    /^[0-9]+ expectations? held/ { exit }
+    { gsub(/[0-9][0-9]:[0-9][0-9]:[0-9][0-9]\.[0-9][0-9][0-9]/, "TIME"); print }
+  ' "$1"
+}
+
+# Names the first line in which two texts differ; fails when there is one.
+same() {
+  awk -v name="$3" '
+    function tell(line, native, windows) {
+      print name ": line " line " differs"
+      print "  native:  " native
+      print "  windows: " windows
+      differs = 1
+      exit
+    }
+    NR == FNR { expected[FNR] = $0; count = FNR; next }
+    FNR > count { tell(FNR, "(end)", $0) }
+    $0 != expected[FNR] { tell(FNR, expected[FNR], $0) }
+    { seen = FNR }
+    END {
+      if (!differs && seen < count) tell(seen + 1, expected[seen + 1], "(end)")
+      exit differs
+    }
+  ' "$1" "$2"
+}
+
+# Plays one scenario on machine number $1.
+prove() {
+  local machine=$folder/machine-$1 scenario=$2 name status=0 played=0
+  name=$(basename "$scenario" .scn)
+  local transcripts=$folder/transcripts/$name
+  "$native" --mailbox "$mailbox" --play "$scenario" >"$transcripts.native" 2>&1 || status=1
+  (cd "$machine/bin" && exec timeout 600 wine ./outlook-standin.exe --mailbox "$mailbox" \
+    --client velnor-standin.exe --libraries libraries --play "$scenario") \
+    >"$transcripts.windows" 2>&1 </dev/null || played=$?
+  comparable "$transcripts.native" >"$transcripts.native.compared"
+  comparable "$transcripts.windows" >"$transcripts.windows.compared"
+  if [ "$status" -ne 0 ]; then
+    echo "$name: fails on the simulated machine"
+    return 1
+  fi
+  same "$transcripts.native.compared" "$transcripts.windows.compared" "$name" || return 1
+  if [ "$played" -ne 0 ]; then
+    echo "$name: exit status $played"
+    grep -E '^(\?\?|!!)' "$transcripts.windows" | head -3
+    return 1
+  fi
+  touch "$transcripts.agrees"
+  echo "$name: agrees, $(wc -l <"$transcripts.windows.compared") lines"
+}
+
+# A machine is a prefix of its own with the programs beside it.
+machine() {
+  local machine=$folder/machine-$1
+  rm -rf "$machine"
+  mkdir -p "$machine"
+  # Wine writes its registry files anew and replaces them: the first prefix stays as it is.
+  cp -al "$folder/prefix" "$machine/prefix"
+  cp -r "$windows/bin" "$machine/bin"
+  cp "$windows/windows/cxolcom.dll" "$machine/bin/"
+}
+
+# Plays every job-th scenario, beginning with the one of this machine's number.
+run_machine() {
+  local number=$1 i
+  shift
+  local scenarios=("$@")
+  # shellcheck disable=SC1091
+  . "$root/scripts/wine-prefix.sh" "$folder/machine-$number/prefix"
+  wine regsvr32 /s "$(winepath -w "$folder/machine-$number/bin/cxolcom.dll")" \
+    </dev/null >/dev/null 2>&1 || { echo "the DLL can't be registered"; return 1; }
+  for ((i = number; i < ${#scenarios[@]}; i += jobs)); do
+    prove "$number" "${scenarios[i]}"
+  done
+  wineserver -k
+}
+
+scenarios=("$@")
+[ ${#scenarios[@]} -gt 0 ] || scenarios=("$root"/samples/*.scn)
+for ((i = 0; i < ${#scenarios[@]}; ++i)); do scenarios[i]=$(realpath "${scenarios[i]}"); done
+[ "$jobs" -le ${#scenarios[@]} ] || jobs=${#scenarios[@]}
+
+rm -rf "$folder/transcripts"
+mkdir -p "$folder/transcripts"
+if [ ! -e "$folder/prefix/.cxol-ready" ]; then
+  (. "$root/scripts/wine-prefix.sh" "$folder/prefix" && wineserver -k; wineserver -w) || exit 1
+fi
+for ((number = 0; number < jobs; ++number)); do
+  machine "$number"
+  run_machine "$number" "${scenarios[@]}" &
+done
+wait
+agreed=$(find "$folder/transcripts" -name '*.agrees' | wc -l)
+echo "proof over COM: $agreed of ${#scenarios[@]} scenarios agree"
+[ "$agreed" -eq ${#scenarios[@]} ]

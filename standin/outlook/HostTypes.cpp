@@ -1,0 +1,61 @@
+#include "standin/outlook/HostTypes.h"
+
+#include "platform/office.h"
+#include "platform/outlook.h"
+#include "windows/com/ExportType.h"
+#include "windows/com/namedTypeInfo.h"
+
+namespace standin {
+namespace {
+
+struct TypeRow {
+  std::u16string_view className;
+  std::u16string_view interfaceName;
+  const automation::EventInterface* events = nullptr;
+};
+
+constexpr TypeRow Types[] = {
+    {u"Application", u"_Application"},
+    {u"NameSpace", u"_NameSpace"},
+    {u"Explorers", u"_Explorers", &outlook::ExplorersEventInterface},
+    {u"Explorer", u"_Explorer", &outlook::ExplorerEventInterface},
+    {u"Inspectors", u"_Inspectors", &outlook::InspectorsEventInterface},
+    {u"Inspector", u"_Inspector", &outlook::InspectorEventInterface},
+    {u"MAPIFolder", u"MAPIFolder"},
+    {u"Items", u"_Items"},
+    {u"Selection", u"Selection"},
+    {u"MailItem", u"_MailItem"},
+    {u"AppointmentItem", u"_AppointmentItem"},
+    {u"ContactItem", u"_ContactItem"},
+    {u"JournalItem", u"_JournalItem"},
+    {u"NoteItem", u"_NoteItem"},
+    {u"PostItem", u"_PostItem"},
+    {u"TaskItem", u"_TaskItem"},
+    {u"MeetingItem", u"_MeetingItem"},
+    {u"DistListItem", u"_DistListItem"},
+    {u"Links", u"Links"},
+    {u"Link", u"Link"},
+    {u"Attachments", u"Attachments"},
+    {u"UserProperties", u"UserProperties"},
+    {u"UserProperty", u"UserProperty"},
+    {u"CommandBars", u"_CommandBars"},
+    {u"CommandBar", u"CommandBar"},
+    {u"CommandBarControls", u"CommandBarControls"},
+    {u"CommandBarButton", u"_CommandBarButton", &office::CommandBarButtonEvents},
+    {u"CommandBarComboBox", u"_CommandBarComboBox", &office::CommandBarComboBoxEvents},
+    {u"COMAddIn", u"COMAddIn"},
+    {u"IRibbonUI", u"IRibbonUI"},
+    {u"IRibbonControl", u"IRibbonControl"},
+};
+
+}  // namespace
+
+void describeHostTypes() {
+  for (const TypeRow& row : Types) {
+    windows::ExportType type{windows::namedTypeInfo(row.interfaceName), {}};
+    if (row.events) type.events.push_back(row.events);
+    windows::ExportTypes::add(row.className, std::move(type));
+  }
+}
+
+}  // namespace standin

@@ -1,0 +1,175 @@
+#include "standin/outlook/hand/RibbonWindow.h"
+
+#include "simulator/player/Text.h"
+#include "windows/com/text.h"
+
+namespace standin {
+namespace {
+
+constexpr int Margin = 6;
+constexpr int TabHeight = 20;
+constexpr int PictureSide = 32;
+constexpr int LabelHeight = 16;
+constexpr int ButtonHeight = PictureSide + LabelHeight + 3 * Margin;
+constexpr int GroupHeight = ButtonHeight + LabelHeight + Margin;
+constexpr std::size_t None = static_cast<std::size_t>(-1);
+
+/// A screen device for measuring and painting with the dialogs' font.
+class FontIn {
+ public:
+  explicit FontIn(HDC canvas) : canvas_(canvas), old_(SelectObject(canvas, dialogFont())) {
+    SetBkMode(canvas_, TRANSPARENT);
+  }
+  ~FontIn() { SelectObject(canvas_, old_); }
+  FontIn(const FontIn&) = delete;
+  FontIn& operator=(const FontIn&) = delete;
+
+ private:
+  HDC canvas_;
+  HGDIOBJ old_;
+};
+
+int widthOf(HDC canvas, const std::u16string& text) {
+  SIZE size{};
+  GetTextExtentPoint32W(canvas, windows::wide(text), static_cast<int>(text.size()), &size);
+  return size.cx;
+}
+
+void drawText(HDC canvas, const std::u16string& text, RECT place, UINT how) {
+  DrawTextW(canvas, windows::wide(text), static_cast<int>(text.size()), &place,
+            how | DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+}
+
+/// The name of a tab as Outlook shows it: a built-in one has an id only.
+std::u16string tabTitle(std::u16string_view tab) {
+  constexpr std::u16string_view prefix = u"Tab";
+  return std::u16string(tab.starts_with(prefix) ? tab.substr(prefix.size()) : tab);
+}
+
+}  // namespace
+
+RibbonWindow::RibbonWindow(HWND parent, const HostPictures& pictures, Click click)
+    : pictures_(pictures), click_(std::move(click)), hot_(None) {
+  create({{}, WS_CHILD | WS_VISIBLE, {0, 0, 0, 0}, parent, nullptr});
+}
+
+int RibbonWindow::height() const {
+  return groups_.empty() ? 0 : TabHeight + GroupHeight + 2 * Margin;
+}
+
+void RibbonWindow::show(const std::vector<simulator::RibbonGroupView>& groups) {
+  if (groups == groups_) return;
+  groups_ = groups;
+  layOut();
+  InvalidateRect(hwnd(), nullptr, TRUE);
+}
+
+void RibbonWindow::layOut() {
+  frames_.clear();
+  places_.clear();
+  const HDC canvas = GetDC(hwnd());
+  {
+    const FontIn font(canvas);
+    LONG x = Margin;
+    for (std::size_t g = 0; g < groups_.size(); ++g) {
+      RECT frame{x, TabHeight + Margin, x + Margin, TabHeight + Margin + GroupHeight};
+      for (std::size_t b = 0; b < groups_[g].buttons.size(); ++b) {
+        const auto label = scenario::shownCaption(groups_[g].buttons[b].label);
+        const int width = std::max(PictureSide, widthOf(canvas, label)) + 2 * Margin;
+        places_.push_back(
+            {{frame.right, frame.top + 2, frame.right + width, frame.top + 2 + ButtonHeight},
+             g,
+             b});
+        frame.right += width;
+      }
+      const int needed = widthOf(canvas, groups_[g].label) + 2 * Margin;
+      frame.right = std::max(frame.right + Margin, frame.left + needed);
+      frames_.push_back(frame);
+      x = frame.right + Margin;
+    }
+  }
+  ReleaseDC(hwnd(), canvas);
+}
+
+const simulator::RibbonButtonView& RibbonWindow::buttonAt(const Place& place) const {
+  return groups_[place.group].buttons[place.button];
+}
+
+void RibbonWindow::paintButton(HDC canvas, const Place& place, bool hot) const {
+  const simulator::RibbonButtonView& button = buttonAt(place);
+  RECT rect = place.rect;
+  if (hot) DrawEdge(canvas, &rect, BDR_RAISEDINNER, BF_RECT);
+  if (const HBITMAP bitmap = pictures_.find(button.picture)) {
+    BITMAP data{};
+    GetObjectW(bitmap, sizeof data, &data);
+    const HDC source = CreateCompatibleDC(canvas);
+    const HGDIOBJ old = SelectObject(source, bitmap);
+    BitBlt(canvas, (rect.left + rect.right - data.bmWidth) / 2, rect.top + Margin, data.bmWidth,
+           data.bmHeight, source, 0, 0, SRCCOPY);
+    SelectObject(source, old);
+    DeleteDC(source);
+  }
+  rect.top += PictureSide + 2 * Margin;
+  drawText(canvas, scenario::shownCaption(button.label), rect, DT_CENTER);
+}
+
+void RibbonWindow::paint(HDC canvas) const {
+  const FontIn font(canvas);
+  RECT tab{Margin, 2, 0, TabHeight};
+  for (std::size_t g = 0; g < groups_.size(); ++g) {
+    RECT frame = frames_[g];
+    if (g == 0 || groups_[g].tab != groups_[g - 1].tab) {
+      tab.right = frame.right;
+      drawText(canvas, tabTitle(groups_[g].tab), tab, DT_LEFT);
+    }
+    tab.left = frame.right + Margin;
+    DrawEdge(canvas, &frame, EDGE_ETCHED, BF_RECT);
+    frame.top = frame.bottom - LabelHeight - 2;
+    SetTextColor(canvas, GetSysColor(COLOR_GRAYTEXT));
+    drawText(canvas, groups_[g].label, frame, DT_CENTER);
+    SetTextColor(canvas, GetSysColor(COLOR_BTNTEXT));
+  }
+  for (std::size_t i = 0; i < places_.size(); ++i) paintButton(canvas, places_[i], i == hot_);
+}
+
+std::size_t RibbonWindow::hit(LPARAM position) const {
+  const POINT point{static_cast<short>(LOWORD(position)), static_cast<short>(HIWORD(position))};
+  for (std::size_t i = 0; i < places_.size(); ++i)
+    if (PtInRect(&places_[i].rect, point)) return i;
+  return None;
+}
+
+LRESULT RibbonWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_PAINT: {
+      PAINTSTRUCT paintStruct;
+      paint(BeginPaint(hwnd(), &paintStruct));
+      EndPaint(hwnd(), &paintStruct);
+      return 0;
+    }
+    case WM_MOUSEMOVE: {
+      const std::size_t hot = hit(lParam);
+      if (hot != std::exchange(hot_, hot)) InvalidateRect(hwnd(), nullptr, TRUE);
+      return 0;
+    }
+    case WM_LBUTTONUP:
+      if (const std::size_t index = hit(lParam); index != None) {
+        const simulator::RibbonButtonView button = buttonAt(places_[index]);
+        click_(button);
+      }
+      return 0;
+    default: return NativeWindow::onMessage(message, wParam, lParam);
+  }
+}
+
+std::optional<RECT> RibbonWindow::placeOf(std::u16string_view name) const {
+  for (const Place& place : places_) {
+    if (buttonAt(place).id != name) continue;
+    RECT rect = place.rect;
+    MapWindowPoints(hwnd(), nullptr, reinterpret_cast<POINT*>(&rect), 2);
+    return rect;
+  }
+  return std::nullopt;
+}
+
+}  // namespace standin

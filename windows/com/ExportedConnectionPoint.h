@@ -1,0 +1,37 @@
+#pragma once
+
+#include "windows/com/DispatchExport.h"
+
+namespace windows {
+
+/// One event interface of an exported object.
+class ExportedConnectionPoint : public ComBase<IConnectionPoint> {
+ public:
+  ExportedConnectionPoint(ComPtr<DispatchExport> source, const automation::EventInterface& events)
+      : source_(std::move(source)), events_(events) {}
+
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override;
+  HRESULT STDMETHODCALLTYPE GetConnectionInterface(IID* iid) override;
+  HRESULT STDMETHODCALLTYPE
+  GetConnectionPointContainer(IConnectionPointContainer** container) override;
+  HRESULT STDMETHODCALLTYPE Advise(IUnknown* sink, DWORD* cookie) override;
+  HRESULT STDMETHODCALLTYPE Unadvise(DWORD cookie) override;
+  HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections** connections) override;
+
+ private:
+  const ComPtr<DispatchExport> source_;
+  const automation::EventInterface& events_;
+};
+
+/// Delivers events to a sink behind COM. Booleans go by reference and come back; a sink that fails
+/// or is gone changes nothing.
+class OutgoingEvents : public automation::EventSink {
+ public:
+  explicit OutgoingEvents(ComPtr<IDispatch> sink) : sink_(std::move(sink)) {}
+  void onEvent(std::int32_t id, std::span<automation::Value> args) noexcept override;
+
+ private:
+  const ComPtr<IDispatch> sink_;
+};
+
+}  // namespace windows

@@ -1,0 +1,12 @@
+#pragma once
+
+namespace windows {
+
+/// Writes the classes, the type library and the user's Outlook add-in entry; raises an error when
+/// that is refused.
+void registerServer();
+
+/// Deletes all of it. What is not there is no failure.
+void unregisterServer();
+
+}  // namespace windows

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/logging_library.h"
+#include "windows/services/Library.h"
+
+namespace windows {
+
+/// The maker's logging library.
+class LoggingLibrary : public platform::LoggingLibrary {
+ public:
+  void load(std::u16string_view path) override;
+  std::int32_t createLogger(std::int32_t index, std::u16string_view product,
+                            std::u16string_view module, std::int32_t p4, std::int32_t p5,
+                            std::int32_t p6, std::int32_t p7) override;
+  std::int32_t write(std::int32_t index, std::int32_t level, std::u16string_view text) override;
+
+ private:
+  /// Kept in memory, so that the bare name finds it.
+  std::unique_ptr<Library> fullPath_;
+  Library library_{"k9tlogvb.dll"};
+};
+
+}  // namespace windows

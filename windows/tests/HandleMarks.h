@@ -1,0 +1,29 @@
+#pragma once
+
+#include "windows/com/api.h"
+
+namespace windows {
+
+/// Where the system stands in its tables of windows, menus and icons and of drawing objects: freed
+/// places are handed out again first, so that equal marks mean that nothing was kept in between.
+/// (Wine does not count a process's objects.)
+struct HandleMarks {
+  int user;
+  int gdi;
+
+  HandleMarks() {
+    const HMENU menu = CreateMenu();
+    user = index(menu);
+    DestroyMenu(menu);
+    const HBRUSH brush = CreateSolidBrush(RGB(1, 2, 3));
+    gdi = index(brush);
+    DeleteObject(brush);
+  }
+
+ private:
+  static int index(const void* handle) {
+    return static_cast<int>(reinterpret_cast<UINT_PTR>(handle) & 0xFFFF);
+  }
+};
+
+}  // namespace windows

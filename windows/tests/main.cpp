@@ -1,0 +1,11 @@
+#include <gtest/gtest.h>
+
+#include "windows/com/api.h"
+
+int main(int argc, char** argv) {
+  OleInitialize(nullptr);
+  testing::InitGoogleTest(&argc, argv);
+  const int result = RUN_ALL_TESTS();
+  OleUninitialize();
+  return result;
+}

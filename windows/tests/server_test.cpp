@@ -1,0 +1,467 @@
+// The DLL itself, as COM and Office use it.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+#include "windows/com/Bstr.h"
+#include "windows/com/ComObject.h"
+#include "windows/com/DispatchExport.h"
+#include "windows/com/TypeAttributes.h"
+#include "windows/com/errors.h"
+#include "windows/com/text.h"
+#include "windows/com/values.h"
+#include "windows/server/classes.h"
+#include "windows/server/office_interfaces.h"
+#include "windows/services/Library.h"
+#include "windows/services/Objects.h"
+#include "windows/services/Registry.h"
+#include "windows/tests/HandleMarks.h"
+#include "windows/tests/TestOutlook.h"
+
+namespace windows {
+namespace {
+
+using automation::Object;
+using platform::RegistryRoot;
+
+/// The DLL, loaded without COM's help.
+class Dll {
+ public:
+  Dll() : module_(LoadLibraryA(CXOL_DLL)) { EXPECT_NE(module_, nullptr); }
+  ~Dll() { FreeLibrary(module_); }
+  Dll(const Dll&) = delete;
+  Dll& operator=(const Dll&) = delete;
+
+  template <class Function>
+  Function* find(const char* name) const {
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
+  }
+  HRESULT call(const char* name) const { return find<HRESULT WINAPI()>(name)(); }
+
+  ComPtr<IDispatch> create(REFCLSID classId) const {
+    ComPtr<IClassFactory> factory;
+    check(find<HRESULT WINAPI(REFCLSID, REFIID, void**)>("DllGetClassObject")(
+        classId, IID_IClassFactory, factory.receiveVoid()));
+    ComPtr<IDispatch> object;
+    check(factory->CreateInstance(nullptr, IID_IDispatch, object.receiveVoid()));
+    return object;
+  }
+  std::u16string path() const {
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(module_, path, MAX_PATH);
+    return std::u16string(utf16(path));
+  }
+
+ private:
+  HMODULE module_;
+};
+
+class Server : public testing::Test {
+ protected:
+  void SetUp() override {
+    ExportTypes::add(u"Explorer", {{}, {&outlook::ExplorerEventInterface}});
+    ExportTypes::add(u"Windows",
+                     {{}, {&outlook::ExplorersEventInterface, &outlook::InspectorsEventInterface}});
+  }
+  void TearDown() override {
+    EXPECT_EQ(dll_.call("DllCanUnloadNow"), S_OK) << "an object of the DLL is left";
+    ExportTypes::clear();
+    outlook_.reset();
+    EXPECT_EQ(DispatchExport::count(), 0U) << "the DLL holds an object of ours";
+  }
+
+  /// A late-bound call by number, as Office makes it.
+  static HRESULT invoke(IDispatch* object, DISPID id, std::vector<automation::Value> args,
+                        Variant* result = nullptr) {
+    std::vector<Variant> owners;
+    std::vector<VARIANT> reversed;
+    for (auto arg = args.rbegin(); arg != args.rend(); ++arg) {
+      owners.push_back(variantOf(*arg));
+      reversed.push_back(owners.back().get());
+    }
+    DISPPARAMS params{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+    return object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params,
+                          result ? result->receive() : nullptr, nullptr, nullptr);
+  }
+  static DISPID idOf(IDispatch* object, std::u16string name) {
+    auto* pointer = reinterpret_cast<wchar_t*>(name.data());
+    DISPID id = DISPID_UNKNOWN;
+    const HRESULT found = object->GetIDsOfNames(IID_NULL, &pointer, 1, LOCALE_USER_DEFAULT, &id);
+    EXPECT_EQ(SUCCEEDED(found), id != DISPID_UNKNOWN);
+    return id;
+  }
+
+  static Object addIn() { return propertiesObject({{u"ProgId", std::u16string(ConnectProgId)}}); }
+  std::size_t subscriptions() const {
+    return outlook_->explorers->sinkCount() + outlook_->inspectors->sinkCount();
+  }
+
+  Dll dll_;
+  std::shared_ptr<TestOutlook> outlook_ = std::make_shared<TestOutlook>();
+};
+
+TEST_F(Server, ConnectIsOneObjectWithThreeFaces) {
+  const auto connect = dll_.create(CLSID_Connect);
+  EXPECT_EQ(dll_.call("DllCanUnloadNow"), S_FALSE);
+  const auto identity = connect.as<IUnknown>();
+  for (const IID* iid : {&IID_Extensibility, &IID_RibbonExtensibility, &IID_DefaultConnect}) {
+    const auto face = connect.as<IDispatch>(*iid);
+    ASSERT_TRUE(face);
+    EXPECT_EQ(face.as<IUnknown>().get(), identity.get());
+    EXPECT_EQ(face.as<IDispatch>(IID_IDispatch).get(), connect.get());
+    // Office asks for callbacks at any of them.
+    EXPECT_NE(idOf(face.get(), u"GetImage"), DISPID_UNKNOWN);
+    EXPECT_NE(idOf(face.get(), u"CMDCOMMONRIBBONBTTN"), DISPID_UNKNOWN);
+    EXPECT_EQ(idOf(face.get(), u"LoadImage"), DISPID_UNKNOWN);
+  }
+  EXPECT_EQ(idOf(connect.as<IDispatch>(IID_Extensibility).get(), u"OnStartupComplete"), 4);
+  EXPECT_EQ(idOf(connect.as<IDispatch>(IID_RibbonExtensibility).get(), u"GetCustomUI"), 1);
+  EXPECT_FALSE(connect.as<IDispatch>(IID_DefaultVelnorCmds));
+  EXPECT_EQ(ComObject(connect).typeName(), u"Connect");
+}
+
+TEST_F(Server, OutlookConnectsByTheInterface) {
+  const auto connect = dll_.create(CLSID_Connect);
+  auto events = connect.as<Extensibility>(IID_Extensibility);
+  ASSERT_TRUE(events);
+  EXPECT_EQ(events->OnConnection(dispatchOf(outlook_->handle()).get(), 1, dispatchOf(addIn()).get(),
+                                 nullptr),
+            S_OK);
+  EXPECT_EQ(subscriptions(), 2U);
+  EXPECT_EQ(events->OnAddInsUpdate(nullptr), S_OK);
+  EXPECT_EQ(events->OnStartupComplete(nullptr), S_OK);
+  EXPECT_EQ(events->OnBeginShutdown(nullptr), S_OK);
+  EXPECT_EQ(events->OnDisconnection(0, nullptr), S_OK);
+  EXPECT_EQ(subscriptions(), 0U);
+}
+
+TEST_F(Server, OutlookConnectsByNumber) {
+  const auto connect = dll_.create(CLSID_Connect);
+  const auto events = connect.as<IDispatch>(IID_Extensibility);
+  EXPECT_EQ(invoke(events.get(), 1, {outlook_->handle(), 0, addIn(), automation::Array{}}), S_OK);
+  EXPECT_EQ(subscriptions(), 2U);
+  EXPECT_EQ(invoke(events.get(), 5, {automation::Array{}}), S_OK);
+  EXPECT_EQ(invoke(events.get(), 2, {1, automation::Array{}}), S_OK);
+  EXPECT_EQ(subscriptions(), 0U);
+  EXPECT_EQ(invoke(events.get(), 77, {}), DISP_E_MEMBERNOTFOUND);
+}
+
+TEST_F(Server, AReleaseAloneLetsGoOfOutlook) {
+  auto connect = dll_.create(CLSID_Connect);
+  invoke(connect.get(), 1, {outlook_->handle(), 0, addIn(), {}});
+  EXPECT_EQ(subscriptions(), 2U);
+  connect.reset();
+  EXPECT_EQ(subscriptions(), 0U);
+}
+
+TEST_F(Server, OutlookMayLetGoInTheMiddleOfAnEvent) {
+  auto connect = dll_.create(CLSID_Connect);
+  invoke(connect.get(), 1, {outlook_->handle(), 1, addIn(), {}});
+  const auto explorer = std::make_shared<TestExplorer>();
+  Library log("k9tlogvb.dll");
+  auto* const writes = log.require<LONG WINAPI()>("TestWrites");
+  HRESULT inside = S_OK;
+  LONG before = 0;
+  explorer->onConnect = [&] {
+    invoke(connect.get(), 2, {0, {}});
+    connect.reset();
+    inside = dll_.call("DllCanUnloadNow");
+    before = writes();
+  };
+  outlook_->explorers->announce(explorer->handle());
+  EXPECT_FALSE(connect) << "the event did not arrive";
+  EXPECT_EQ(inside, S_FALSE) << "its own code is still running";
+  EXPECT_EQ(explorer->sinkCount(), 0U);
+  EXPECT_GT(writes(), before) << "the rest of the event had no trace to write to";
+}
+
+TEST_F(Server, NothingOutlookGivesMakesAnEventFail) {
+  const auto connect = dll_.create(CLSID_Connect);
+  auto events = connect.as<Extensibility>(IID_Extensibility);
+  EXPECT_EQ(events->OnConnection(nullptr, 0, nullptr, nullptr), S_OK);
+  EXPECT_EQ(events->OnStartupComplete(nullptr), S_OK);
+  EXPECT_EQ(events->OnDisconnection(9, nullptr), S_OK);
+  EXPECT_EQ(events->OnDisconnection(9, nullptr), S_OK);
+}
+
+TEST_F(Server, TheRibbonIsServed) {
+  const auto connect = dll_.create(CLSID_Connect);
+  invoke(connect.get(), 1, {outlook_->handle(), 1, addIn(), {}});
+  auto ribbon = connect.as<RibbonExtensibility>(IID_RibbonExtensibility);
+  Bstr markup;
+  ASSERT_EQ(ribbon->GetCustomUI(Bstr(u"Microsoft.Outlook.Contact").get(), markup.receive()), S_OK);
+  EXPECT_NE(markup.view().find(u"<tab idMso=\"TabContact\""), std::u16string_view::npos);
+  Variant again;
+  ASSERT_EQ(invoke(ribbon.get(), 1, {u"Microsoft.Outlook.Contact"}, &again), S_OK);
+  EXPECT_EQ(valueOf(again.get()).toText(), markup.text());
+
+  // The callbacks, as the markup names them.
+  EXPECT_EQ(invoke(ribbon.get(), idOf(ribbon.get(), u"OnLoad"), {Object()}), S_OK);
+  Variant image;
+  const auto getImage = idOf(ribbon.get(), u"GetImage");
+  ASSERT_EQ(invoke(ribbon.get(), getImage, {propertiesObject({{u"Id", u"IDS_Auflegen"}})}, &image),
+            S_OK);
+  ASSERT_EQ(image.get().vt, VT_DISPATCH);
+  EXPECT_TRUE(ComPtr(image.get().pdispVal).as<IPicture>());
+  ASSERT_EQ(invoke(ribbon.get(), getImage, {Object()}, &image), S_OK);
+  EXPECT_EQ(image.get().pdispVal, nullptr);
+  // Hangs up, which ends in the trace without a client.
+  EXPECT_EQ(invoke(ribbon.get(), idOf(ribbon.get(), u"cmdCommonRibbonBttn"),
+                   {propertiesObject({{u"Id", u"IDS_Auflegen"}})}),
+            S_OK);
+  image = Variant();
+  invoke(connect.get(), 2, {0, {}});
+}
+
+TEST_F(Server, TheCommandsTakeWhatScriptsGive) {
+  const auto commands = dll_.create(CLSID_VelnorCmds);
+  const Object object = objectOf(commands.get());
+  EXPECT_EQ(object.typeName(), u"clsVelnorCmds");
+  object.call(u"drop");
+  object.call(u"Drop", Object(), u"12345.67");
+  object.call(u"Dial", automation::Missing{}, automation::Missing{}, Object());
+  // A click on another window's button.
+  object.call(u"Dial", propertiesObject({{u"Parameter", u"1"}}), u"2");
+  EXPECT_THROW(object.call(u"Dial", u"no object"), automation::Error);
+  EXPECT_THROW(object.call(u"Hup"), automation::Error);
+
+  auto dual = commands.as<DefaultVelnorCmds>(IID_DefaultVelnorCmds);
+  ASSERT_TRUE(dual);
+  EXPECT_EQ(dual->Drop(Variant().get(), variantOf(u"1").get()), S_OK);
+}
+
+TEST_F(Server, OtherClassesAreRefused) {
+  EXPECT_THROW(dll_.create(IID_DefaultConnect), automation::Error);
+  ComPtr<IClassFactory> factory;
+  check(dll_.find<HRESULT WINAPI(REFCLSID, REFIID, void**)>("DllGetClassObject")(
+      CLSID_Connect, IID_IClassFactory, factory.receiveVoid()));
+  ComPtr<IUnknown> object;
+  EXPECT_EQ(factory->CreateInstance(factory.get(), IID_IUnknown, object.receiveVoid()),
+            CLASS_E_NOAGGREGATION);
+  EXPECT_EQ(factory->CreateInstance(nullptr, IID_IStream, object.receiveVoid()), E_NOINTERFACE);
+  factory->LockServer(TRUE);
+  factory.reset();
+  EXPECT_EQ(dll_.call("DllCanUnloadNow"), S_FALSE);
+  check(dll_.find<HRESULT WINAPI(REFCLSID, REFIID, void**)>("DllGetClassObject")(
+      CLSID_Connect, IID_IClassFactory, factory.receiveVoid()));
+  factory->LockServer(FALSE);
+}
+
+/// The members of an interface in the order of their places, a read-and-write property twice.
+std::vector<std::u16string> membersOf(ITypeLib* library, const wchar_t* name) {
+  ComPtr<ITypeInfo> info;
+  MEMBERID id = 0;
+  USHORT found = 1;
+  std::wstring text(name);
+  if (FAILED(library->FindName(text.data(), 0, info.receive(), &id, &found)) || found != 1) {
+    return {};
+  }
+  HREFTYPE reference = 0;
+  ComPtr<ITypeInfo> table;
+  if (SUCCEEDED(info->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference)) &&
+      SUCCEEDED(info->GetRefTypeInfo(reference, table.receive()))) {
+    info = table;
+  }
+  const TypeAttributes attributes(info.get());
+  std::map<int, std::u16string> members;
+  for (UINT i = 0; i < attributes->cFuncs; ++i) {
+    FUNCDESC* function = nullptr;
+    check(info->GetFuncDesc(i, &function));
+    Bstr member;
+    UINT count = 0;
+    info->GetNames(function->memid, member.receive(), 1, &count);
+    members[function->oVft / 4 - 6] = member.text();
+    info->ReleaseFuncDesc(function);
+  }
+  std::vector<std::u16string> names;
+  for (const auto& [place, member] : members) {
+    EXPECT_EQ(place, static_cast<int>(names.size()) + 1);
+    names.push_back(member);
+  }
+  return names;
+}
+
+TEST_F(Server, TheTypeLibraryTellsTheMembersInOrder) {
+  ComPtr<ITypeLib> library;
+  ASSERT_EQ(LoadTypeLibEx(wide(dll_.path()), REGKIND_NONE, library.receive()), S_OK);
+  const struct {
+    const wchar_t* name;
+    std::vector<std::u16string> members;
+  } rows[] = {
+      {L"_Connect", {u"OnLoad", u"GetImage", u"cmdCommonRibbonBttn"}},
+      {L"_clsVelnorCmds", {u"Dial", u"Action", u"Drop"}},
+      {L"_CCallerData",
+       {u"FullName", u"FirstName", u"LastName", u"PhonePrivate", u"PhoneMobile", u"PhoneBusiness",
+        u"Parse"}},
+      {L"_OlCmdEvents",
+       {u"InitFromTimer",
+        u"MustInit",
+        u"onExplorerSelectionChange",
+        u"BtCallInfo_Click",
+        u"BtDial_Click",
+        u"BtDrop_Click",
+        u"BtAction_Click",
+        u"BtTransfer_Click",
+        u"BtIncognito_Click",
+        u"BtPickup_Click",
+        u"BtVelnor_Click",
+        u"CbDial_Change",
+        u"thisExplorer_Activate",
+        u"thisExplorer_Close",
+        u"thisExplorer_FolderSwitch",
+        u"thisExplorer_SelectionChange",
+        u"thisExplorer_ViewSwitch",
+        u"thisExplorer",
+        u"thisExplorer",
+        u"DeInitVelnorBarExplorer"}},
+      {L"_OlEvents",
+       {u"NeedConnect", u"Connect", u"BtAction2_Click", u"BtDial2_Click", u"BtDrop2_Click",
+        u"BtTransfer2_Click", u"BtVelnor2_Click", u"Init", u"Deinit", u"thisInspector_Activate",
+        u"thisInspector_Close", u"thisInspector", u"thisInspector"}},
+      {L"_clsRibbon",
+       {u"GetRibbonDescription", u"GetImageByControlId", u"ButtonHandler", u"GetCurrentInspector",
+        u"IsNewMailItem", u"RemoveNotNecessaryCommandBar", u"Layout", u"Layout"}},
+  };
+  for (const auto& row : rows) EXPECT_EQ(membersOf(library.get(), row.name), row.members);
+
+  TLIBATTR* attributes = nullptr;
+  ASSERT_EQ(library->GetLibAttr(&attributes), S_OK);
+  EXPECT_TRUE(IsEqualGUID(attributes->guid, LIBID_VelnorOutlookCOMAddIn));
+  library->ReleaseTLibAttr(attributes);
+  // Registering a library takes its interfaces over.
+  ComPtr<ITypeInfo> info;
+  EXPECT_NE(library->GetTypeInfoOfGuid(IID_Extensibility, info.receive()), S_OK);
+  EXPECT_NE(library->GetTypeInfoOfGuid(IID_RibbonExtensibility, info.receive()), S_OK);
+}
+
+TEST_F(Server, TheFileTellsItsVersion) {
+  const auto path = dll_.path();
+  std::vector<BYTE> info(GetFileVersionInfoSizeW(wide(path), nullptr));
+  ASSERT_TRUE(GetFileVersionInfoW(wide(path), 0, static_cast<DWORD>(info.size()), info.data()));
+  void* text = nullptr;
+  UINT length = 0;
+  ASSERT_TRUE(
+      VerQueryValueW(info.data(), L"\\StringFileInfo\\040904B0\\FileDescription", &text, &length));
+  EXPECT_EQ(utf16(static_cast<wchar_t*>(text)), u"Velnor Outlook CTI Control");
+}
+
+/// What a registration could leave behind.
+std::set<std::u16string> registryKeys() {
+  Registry registry;
+  std::set<std::u16string> keys;
+  const auto add = [&](RegistryRoot root, std::u16string_view key) {
+    for (const auto& subkey : registry.subkeyNames(root, key)) {
+      keys.insert(std::u16string(key) + u"\\" + subkey);
+    }
+  };
+  for (const auto* key : {u"", u"CLSID", u"Interface", u"TypeLib",
+                          u"Interface\\{00020400-0000-0000-C000-000000000046}"}) {
+    add(RegistryRoot::ClassesRoot, key);
+  }
+  for (const auto* key :
+       {u"Software", u"Software\\Microsoft", u"Software\\Microsoft\\Office",
+        u"Software\\Microsoft\\Office\\Outlook", u"Software\\Microsoft\\Office\\Outlook\\Addins"}) {
+    add(RegistryRoot::CurrentUser, key);
+  }
+  return keys;
+}
+
+TEST(Registration, ComesAndGoesWithoutATrace) {
+  // What a broken-off run may have left.
+  Dll().call("DllUnregisterServer");
+  const auto before = registryKeys();
+  Registry registry;
+  const auto text = [&](RegistryRoot root, std::u16string_view key, std::u16string_view name) {
+    const auto value = registry.read(root, key, name);
+    return value ? value->text.substr(0, value->text.find(u'\0')) : std::u16string(u"(absent)");
+  };
+  {
+    const Dll dll;
+    ASSERT_EQ(dll.call("DllRegisterServer"), S_OK);
+    ASSERT_EQ(dll.call("DllRegisterServer"), S_OK) << "once more does no harm";
+    const std::u16string server = u"CLSID\\{873C647F-502B-4863-9F93-A83F43C0E12B}\\InprocServer32";
+    EXPECT_EQ(text(RegistryRoot::ClassesRoot, server, u""), dll.path());
+    EXPECT_EQ(text(RegistryRoot::ClassesRoot, server, u"ThreadingModel"), u"Apartment");
+    const std::u16string addin =
+        u"Software\\Microsoft\\Office\\Outlook\\Addins\\VelnorOutlookCOMAddIn.Connect";
+    EXPECT_EQ(text(RegistryRoot::CurrentUser, addin, u"FriendlyName"), u"Velnor Outlook AddIn");
+    EXPECT_EQ(text(RegistryRoot::CurrentUser, addin, u"Description"),
+              u"Velnor Outlook CTI Control");
+    const auto load = registry.read(RegistryRoot::CurrentUser, addin, u"LoadBehavior");
+    ASSERT_TRUE(load);
+    EXPECT_EQ(load->type, platform::RegistryType::Dword);
+    EXPECT_EQ(load->bytes[0], std::byte{3});
+  }
+  ComPtr<ITypeLib> library;
+  EXPECT_EQ(LoadRegTypeLib(LIBID_VelnorOutlookCOMAddIn, 1, 0, 0, library.receive()), S_OK);
+  library.reset();
+  {
+    // As a script does it.
+    const Object commands = Objects().create(VelnorCmdsProgId);
+    commands.call(u"Drop");
+    EXPECT_NE(GetModuleHandleA(CXOL_DLL), nullptr);
+  }
+  CoFreeUnusedLibrariesEx(0, 0);
+  EXPECT_EQ(GetModuleHandleA(CXOL_DLL), nullptr) << "COM could not unload it";
+  {
+    const Dll dll;
+    ASSERT_EQ(dll.call("DllUnregisterServer"), S_OK);
+    EXPECT_EQ(dll.call("DllUnregisterServer"), S_OK) << "nothing there is no failure";
+  }
+  const auto after = registryKeys();
+  std::vector<std::u16string> left;
+  std::ranges::set_difference(after, before, std::back_inserter(left));
+  EXPECT_EQ(left, std::vector<std::u16string>());
+  std::vector<std::u16string> lost;
+  std::ranges::set_difference(before, after, std::back_inserter(lost));
+  EXPECT_EQ(lost, std::vector<std::u16string>());
+}
+
+/// Ends this thread's timers without a window that were set lately; how many there were.
+int killLateTimers() {
+  // Ids are handed out in sequence.
+  constexpr UINT_PTR Far = 400;
+  const UINT_PTR next = SetTimer(nullptr, 0, 60000, nullptr);
+  KillTimer(nullptr, next);
+  int count = 0;
+  for (UINT_PTR id = next > Far ? next - Far : 1; id <= next + Far; ++id) {
+    if (KillTimer(nullptr, id)) ++count;
+  }
+  return count;
+}
+
+TEST(Unloading, LeavesNoHandleBehind) {
+  const auto outlook = std::make_shared<TestOutlook>();
+  ExportTypes::add(u"Windows",
+                   {{}, {&outlook::ExplorersEventInterface, &outlook::InspectorsEventInterface}});
+  const auto run = [&] {
+    const Dll dll;
+    const auto connect = dll.create(CLSID_Connect);
+    auto events = connect.as<Extensibility>(IID_Extensibility);
+    const auto addin = propertiesObject({{u"ProgId", u"p"}});
+    events->OnConnection(dispatchOf(outlook->handle()).get(), 0, dispatchOf(addin).get(), nullptr);
+    events->OnDisconnection(1, nullptr);
+  };
+  struct Held : HandleMarks {
+    DWORD handles = 0;
+    Held() { GetProcessHandleCount(GetCurrentProcess(), &handles); }
+  };
+  killLateTimers();
+  for (int i = 0; i < 3; ++i) run();
+  EXPECT_EQ(GetModuleHandleA(CXOL_DLL), nullptr);
+  const Held before;
+  for (int i = 0; i < 50; ++i) run();
+  const Held after;
+  EXPECT_LE(after.handles, before.handles + 2);
+  EXPECT_NEAR(after.gdi, before.gdi, 20);
+  EXPECT_NEAR(after.user, before.user, 20);
+  EXPECT_EQ(DispatchExport::count(), 0U);
+  // A timer would call into nowhere. The add-in was connected late and never told of a shutdown.
+  EXPECT_EQ(killLateTimers(), 0);
+  ExportTypes::clear();
+}
+
+}  // namespace
+}  // namespace windows
