@@ -56,10 +56,13 @@ void Ribbons::show(const std::shared_ptr<WindowObject>& window) {
                                                    RecordObject::Fields{});
     call(state, state.ribbon.onLoad, ui->handle());
   }
+  // A callback may see the add-in switched off, which forgets its ribbons: work on copies.
+  auto groups = state.ribbon.groups;
+  const auto callbacks = state.ribbon.callbacks;
   std::size_t index = 0;
-  for (auto& group : state.ribbon.groups) {
+  for (auto& group : groups) {
     for (auto& button : group.buttons) {
-      const auto getImage = state.ribbon.callbacks[index++].getImage;
+      const auto& getImage = callbacks[index++].getImage;
       if (getImage.empty()) continue;
       const Value picture = Boundary::in(call(state, getImage, control(window, button.id)));
       if (picture.isObject() && picture.toObject()) {
@@ -67,6 +70,7 @@ void Ribbons::show(const std::shared_ptr<WindowObject>& window) {
       }
     }
   }
+  if (core_.addin) state.ribbon.groups = std::move(groups);
 }
 
 void Ribbons::click(const std::shared_ptr<WindowObject>& window, std::u16string_view button) {

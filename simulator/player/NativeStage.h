@@ -25,6 +25,8 @@ class NativeStage : public Stage, private simulator::ScreenUser {
   ~NativeStage() override;
 
   simulator::Machine& machine() { return machine_; }
+  /// For those who watch what crosses it.
+  simulator::Boundary& boundary() { return boundary_; }
 
   void setListener(Listener* listener) override { listener_ = listener; }
   bool native() const override { return true; }
