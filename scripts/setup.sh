@@ -6,7 +6,7 @@ set -euo pipefail
 
 packages=(
   g++ cmake ninja-build clang-format git
-  libgtest-dev libgmock-dev libcli11-dev nlohmann-json3-dev libpugixml-dev libedit-dev
+  libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev nlohmann-json3-dev libpugixml-dev libedit-dev
 )
 if [ "${1:-}" = windows ]; then
   packages+=(g++-mingw-w64-i686-win32 mingw-w64-tools wine wine32:i386 googletest)
