@@ -114,9 +114,7 @@ for ((i = 0; i < ${#scenarios[@]}; ++i)); do scenarios[i]=$(realpath "${scenario
 
 rm -rf "$folder/transcripts"
 mkdir -p "$folder/transcripts"
-if [ ! -e "$folder/prefix/.cxol-ready" ]; then
-  (. "$root/scripts/wine-prefix.sh" "$folder/prefix" && wineserver -k; wineserver -w) || exit 1
-fi
+"$root/scripts/wine-prefix.sh" "$folder/prefix" || { echo "no Wine prefix can be made" >&2; exit 1; }
 for ((number = 0; number < jobs; ++number)); do
   machine "$number"
   run_machine "$number" "${scenarios[@]}" &

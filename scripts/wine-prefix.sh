@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# Makes a private 32-bit Wine prefix for headless use and leaves Wine's background services running
+# Makes a private 32-bit Wine prefix for headless use. Wine's background services can be left running
 # in it, which saves each program seconds of start. Does nothing that is done already.
 #
-#   scripts/wine-prefix.sh FOLDER                  make the prefix
-#   scripts/wine-prefix.sh FOLDER COMMAND [ARG...] make it, run a command with its environment, and
+#   scripts/wine-prefix.sh FOLDER                  make the prefix; nothing runs in it afterwards
+#   scripts/wine-prefix.sh FOLDER COMMAND [ARG...] make it, run a command with its services, and
 #                                                  stop everything in it afterwards
-#   . scripts/wine-prefix.sh FOLDER                make it and set the environment of this shell
+#   . scripts/wine-prefix.sh FOLDER                make it, start its services, and set the
+#                                                  environment of this shell
 #
 # Set CXOL_WINE_GRAPHICS=x11 for windows on a display; without it nothing is drawn.
 
@@ -16,33 +17,44 @@ _cxol_wine_environment() {
   if [ "${CXOL_WINE_GRAPHICS:-null}" = null ]; then unset DISPLAY; fi
 }
 
-_cxol_wine_prefix() {
-  local prefix graphics=${CXOL_WINE_GRAPHICS:-null}
+# Ends what runs in the prefix, and waits for it: Wine's server writes the registry when it ends.
+_cxol_wine_stop() {
+  wineserver -k 2>/dev/null
+  timeout 60 wineserver -w
+}
+
+# Makes the prefix and sets the environment for it.
+_cxol_wine_make() {
+  local prefix graphics=${CXOL_WINE_GRAPHICS:-null} settings
   mkdir -p "$1" || return 1
   prefix=$(cd "$1" && pwd) || return 1
   _cxol_wine_environment "$prefix"
-  if [ "$(cat "$prefix/.cxol-ready" 2>/dev/null)" != "$graphics" ]; then
-    if [ ! -e "$prefix/system.reg" ]; then
-      wineboot -i </dev/null >/dev/null 2>&1 || return 1
-      wineserver -w
-    fi
-    local settings
-    settings=$(mktemp --suffix=.reg) || return 1
-    # Without a window manager, hiding a managed window takes seconds.
-    printf '%s\r\n' 'REGEDIT4' '' \
-      '[HKEY_CURRENT_USER\Software\Wine\Drivers]' "\"Graphics\"=\"$graphics\"" '"Audio"=""' '' \
-      '[HKEY_CURRENT_USER\Software\Wine\X11 Driver]' '"Managed"="N"' >"$settings"
-    wine regedit /S "$settings" </dev/null >/dev/null 2>&1 || { rm -f "$settings"; return 1; }
-    rm -f "$settings"
-    # The choice of a driver is remembered by the running services.
-    wineserver -k
-    wineserver -w
-    printf '%s' "$graphics" >"$prefix/.cxol-ready"
+  [ "$(cat "$prefix/.cxol-ready" 2>/dev/null)" != "$graphics" ] || return 0
+  if [ ! -e "$prefix/system.reg" ]; then
+    timeout 300 wineboot -i </dev/null >/dev/null 2>&1 || return 1
+    timeout 60 wineserver -w
   fi
+  settings=$(mktemp --suffix=.reg) || return 1
+  # Without a window manager, hiding a managed window takes seconds.
+  printf '%s\r\n' 'REGEDIT4' '' \
+    '[HKEY_CURRENT_USER\Software\Wine\Drivers]' "\"Graphics\"=\"$graphics\"" '"Audio"=""' '' \
+    '[HKEY_CURRENT_USER\Software\Wine\X11 Driver]' '"Managed"="N"' >"$settings"
+  timeout 120 wine regedit /S "$settings" </dev/null >/dev/null 2>&1 ||
+    { rm -f "$settings"; return 1; }
+  rm -f "$settings"
+  # The choice of a driver is remembered by the running services.
+  _cxol_wine_stop
+  printf '%s' "$graphics" >"$prefix/.cxol-ready"
+}
+
+# Makes the prefix and starts its services. A caller that stops them at once must not have started
+# them: what is being started would start the server anew.
+_cxol_wine_prefix() {
+  _cxol_wine_make "$1" || return 1
   # Fails when it runs already.
   wineserver -p || true
-  wine wineboot </dev/null >/dev/null 2>&1
-  if [ "$graphics" = null ]; then _cxol_wine_desktop "$prefix"; fi
+  timeout 120 wine wineboot </dev/null >/dev/null 2>&1
+  if [ "${CXOL_WINE_GRAPHICS:-null}" = null ]; then _cxol_wine_desktop "$WINEPREFIX"; fi
 }
 
 # Each program with a window would start Wine's desktop and wait a second for its end: some program
@@ -70,9 +82,11 @@ else
   fi
   folder=$1
   shift
-  _cxol_wine_prefix "$folder"
-  if [ $# -gt 0 ]; then
-    trap 'wineserver -k || true' EXIT
+  if [ $# -eq 0 ]; then
+    _cxol_wine_make "$folder"
+  else
+    _cxol_wine_prefix "$folder"
+    trap '_cxol_wine_stop || true' EXIT
     "$@"
   fi
 fi
