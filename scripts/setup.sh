@@ -1,16 +1,31 @@
 #!/usr/bin/env bash
-# Installs the Debian packages that building and testing need; does nothing when they are there.
-# With the argument "windows" also those for the DLL: the cross compiler and Wine. Needs root or sudo
-# only when something is missing.
+# Installs the Debian packages that building and testing need; does nothing when they are there. Needs
+# root or sudo only when something is missing.
+#
+#   scripts/setup.sh [windows] [screen]
+#
+# windows: also those for the DLL, the cross compiler and Wine; screen: also those for pictures of its
+# windows.
 set -euo pipefail
 
 packages=(
   g++ cmake ninja-build clang-format git
   libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev nlohmann-json3-dev libpugixml-dev libedit-dev
 )
-if [ "${1:-}" = windows ]; then
-  packages+=(g++-mingw-w64-i686-win32 mingw-w64-tools wine wine32:i386 googletest)
-fi
+foreign=
+for part in "$@"; do
+  case $part in
+    windows)
+      packages+=(g++-mingw-w64-i686-win32 mingw-w64-tools wine wine32:i386 googletest)
+      foreign=i386
+      ;;
+    screen) packages+=(xvfb xauth imagemagick fonts-liberation fonts-wine) ;;
+    *)
+      echo "usage: $0 [windows] [screen]" >&2
+      exit 2
+      ;;
+  esac
+done
 
 missing=()
 for package in "${packages[@]}"; do
@@ -31,7 +46,7 @@ fi
 
 echo "Installing: ${missing[*]}"
 # Wine for 32-bit programs is of the other architecture.
-[ "${1:-}" != windows ] || "${as_root[@]}" dpkg --add-architecture i386
+[ -z "$foreign" ] || "${as_root[@]}" dpkg --add-architecture "$foreign"
 # One index that is out of step must not stop the others.
 "${as_root[@]}" apt-get update -qq || true
 # From one release: the two architectures must not want different versions of one library.

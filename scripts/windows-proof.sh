@@ -8,19 +8,18 @@
 # transcripts, PROOF_JOBS how many scenarios are played at once, each on a machine of its own.
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
+# shellcheck disable=SC1091
+. "$root/scripts/windows-machine.sh"
 native=${BUILD_NATIVE:-$root/build/release}/demo/velnor-sim
-windows=${BUILD_WINDOWS:-$root/build/windows}
 folder=${PROOF_FOLDER:-$root/build/proof}
 jobs=${PROOF_JOBS:-3}
 mailbox=$root/samples/mailbox.json
 
-for file in "$native" "$windows/bin/outlook-standin.exe" "$windows/bin/velnor-standin.exe" \
-  "$windows/windows/cxolcom.dll" "$windows/bin/libraries/cxmapihlp.dll"; do
-  if [ ! -e "$file" ]; then
-    echo "missing: $file" >&2
-    exit 2
-  fi
-done
+cxol_built || exit 2
+if [ ! -e "$native" ]; then
+  echo "missing: $native" >&2
+  exit 2
+fi
 
 # The transcript without what may differ: each "native only" with the command that it belongs to and
 # what that prints, times, and the count of the expectations.
@@ -57,12 +56,12 @@ same() {
 }
 
 # Plays one scenario on machine number $1.
-prove() {
+play() {
   local machine=$folder/machine-$1 scenario=$2 name status=0 played=0
   name=$(basename "$scenario" .scn)
   local transcripts=$folder/transcripts/$name
   "$native" --mailbox "$mailbox" --play "$scenario" >"$transcripts.native" 2>&1 || status=1
-  (cd "$machine/bin" && exec timeout 600 wine ./outlook-standin.exe --mailbox "$mailbox" \
+  (cd "$machine/bin" && exec timeout 300 wine ./outlook-standin.exe --mailbox "$mailbox" \
     --client velnor-standin.exe --libraries libraries --play "$scenario") \
     >"$transcripts.windows" 2>&1 </dev/null || played=$?
   comparable "$transcripts.native" >"$transcripts.native.compared"
@@ -81,15 +80,13 @@ prove() {
   echo "$name: agrees, $(wc -l <"$transcripts.windows.compared") lines"
 }
 
-# A machine is a prefix of its own with the programs beside it.
-machine() {
-  local machine=$folder/machine-$1
-  rm -rf "$machine"
-  mkdir -p "$machine"
-  # Wine writes its registry files anew and replaces them: the first prefix stays as it is.
-  cp -al "$folder/prefix" "$machine/prefix"
-  cp -r "$windows/bin" "$machine/bin"
-  cp "$windows/windows/cxolcom.dll" "$machine/bin/"
+# Over COM the clock is the real one: on a busy computer a moment may come late. Such a scenario gets
+# a second chance, and that is said.
+prove() {
+  local said
+  if said=$(play "$@"); then echo "$said"; return; fi
+  printf '%s\n%s\n' "$said" "  played once more:"
+  play "$@"
 }
 
 # Plays every job-th scenario, beginning with the one of this machine's number.
@@ -97,14 +94,14 @@ run_machine() {
   local number=$1 i
   shift
   local scenarios=("$@")
-  # shellcheck disable=SC1091
-  . "$root/scripts/wine-prefix.sh" "$folder/machine-$number/prefix"
-  wine regsvr32 /s "$(winepath -w "$folder/machine-$number/bin/cxolcom.dll")" \
-    </dev/null >/dev/null 2>&1 || { echo "the DLL can't be registered"; return 1; }
+  rm -rf "$folder/machine-$number"
+  mkdir -p "$folder/machine-$number"
+  # Wine writes its registry files anew and replaces them: the first prefix stays as it is.
+  cp -al "$folder/prefix" "$folder/machine-$number/prefix"
+  cxol_machine "$folder/machine-$number" || return
   for ((i = number; i < ${#scenarios[@]}; i += jobs)); do
     prove "$number" "${scenarios[i]}"
   done
-  wineserver -k
 }
 
 scenarios=("$@")
@@ -116,7 +113,6 @@ rm -rf "$folder/transcripts"
 mkdir -p "$folder/transcripts"
 "$root/scripts/wine-prefix.sh" "$folder/prefix" || { echo "no Wine prefix can be made" >&2; exit 1; }
 for ((number = 0; number < jobs; ++number)); do
-  machine "$number"
   run_machine "$number" "${scenarios[@]}" &
 done
 wait

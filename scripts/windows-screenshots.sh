@@ -8,28 +8,23 @@
 # BUILD_WINDOWS names the build folder, LANGUAGES the languages: de en fr it es pt.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
-windows=${BUILD_WINDOWS:-$root/build/windows}
+# shellcheck disable=SC1091
+. "$root/scripts/windows-machine.sh"
 pictures=${1:-$root/build/screenshots}
 languages=${LANGUAGES:-en de}
+cxol_built
 
 if [ -z "${CXOL_SCREEN:-}" ]; then
   export CXOL_SCREEN=1
-  exec xvfb-run -a -s "-screen 0 1024x768x24" "$0" "$@"
+  exec xvfb-run -a -s "-screen 0 728x468x24" "$0" "$@"
 fi
 
 mkdir -p "$pictures"
 pictures=$(cd "$pictures" && pwd)
-work=$pictures/.machine
-mkdir -p "$work"
+work=$root/build/screen
 export CXOL_WINE_GRAPHICS=x11
-# shellcheck disable=SC1091
-. "$root/scripts/wine-prefix.sh" "$work/prefix"
-trap 'wineserver -k || true' EXIT
-rm -rf "$work/bin"
-cp -r "$windows/bin" "$work/bin"
-cp "$windows/windows/cxolcom.dll" "$work/bin/"
+cxol_machine "$work"
 cd "$work/bin"
-wine regsvr32 /s cxolcom.dll </dev/null >/dev/null 2>&1
 
 # A comment "picture NAME" asks for a picture during the wait that follows it.
 scenario() {
@@ -44,7 +39,7 @@ wait 400 ms
 # picture explorer
 wait 2 s
 click dial
-# picture menu
+# picture explorer-menu
 wait 2 s
 escape
 open "Meier, Hans"
@@ -70,13 +65,13 @@ SCENARIO
 
 for language in $languages; do
   scenario "$language" >"$work/$language.scn"
-  wine ./outlook-standin.exe --show --mailbox "$root/samples/mailbox.json" \
+  timeout 300 wine ./outlook-standin.exe --show --mailbox "$root/samples/mailbox.json" \
     --client velnor-standin.exe --libraries libraries --play "$work/$language.scn" </dev/null |
     while IFS= read -r line; do
       case $line in
         '# picture '*)
           sleep 1.2
-          import -window root "$pictures/${line#\# picture }-$language.png"
+          import -window root "$pictures/$language-${line#\# picture }.png"
           ;;
         '??'* | '!!'*) echo "$language: $line" >&2 ;;
       esac

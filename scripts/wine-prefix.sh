@@ -34,6 +34,10 @@ _cxol_wine_make() {
     timeout 300 wineboot -i </dev/null >/dev/null 2>&1 || return 1
     timeout 60 wineserver -w
   fi
+  if [ "$graphics" != null ]; then
+    # Debian's Wine does not find its own fonts, the one for title bar buttons among them.
+    cp /usr/share/wine/fonts/*.ttf "$prefix/drive_c/windows/Fonts/" 2>/dev/null || true
+  fi
   settings=$(mktemp --suffix=.reg) || return 1
   # Without a window manager, hiding a managed window takes seconds.
   printf '%s\r\n' 'REGEDIT4' '' \

@@ -10,6 +10,9 @@
 #include "windows/com/errors.h"
 #include "windows/com/text.h"
 
+// The mark of a stand-in.
+extern "C" __declspec(dllexport) void VelnorStandin() {}
+
 namespace {
 
 using automation::int32Text;

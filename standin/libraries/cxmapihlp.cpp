@@ -9,6 +9,9 @@
 #include "windows/com/errors.h"
 #include "windows/com/values.h"
 
+// The mark of a stand-in.
+extern "C" __declspec(dllexport) void VelnorStandin() {}
+
 namespace {
 
 using simulator::MapiFacts;

@@ -15,6 +15,9 @@ inline constexpr wchar_t MailboxVariable[] = L"VELNOR_STANDIN_MAILBOX";
 /// level and text.
 inline constexpr wchar_t LogVariable[] = L"VELNOR_STANDIN_LOG";
 
+/// Each stand-in exports this name, by which it can be told from the maker's library.
+inline constexpr char StandinMark[] = "VelnorStandin";
+
 /// Empty for a variable that is not set.
 inline std::u16string environment(const wchar_t* name) {
   const DWORD size = GetEnvironmentVariableW(name, nullptr, 0);

@@ -15,6 +15,15 @@ bool exists(const std::u16string& path) {
   return GetFileAttributesW(wide(path)) != INVALID_FILE_ATTRIBUTES;
 }
 
+/// Whether the file is a stand-in, left behind by a program that was killed.
+bool isStandin(const std::u16string& path) {
+  const HMODULE library = LoadLibraryExW(wide(path), nullptr, DONT_RESOLVE_DLL_REFERENCES);
+  if (!library) return false;
+  const bool marked = GetProcAddress(library, StandinMark) != nullptr;
+  FreeLibrary(library);
+  return marked;
+}
+
 std::u16string loggingTarget() {
   const std::u16string folder =
       windows::Files().commonFilesFolder().value_or(u"c:\\Programme\\Gemeinsame Dateien");
@@ -53,6 +62,7 @@ void Libraries::put(Place& place, std::u16string_view file) {
   if (source_.empty() || !exists(from))
     throw Mistake("the library's stand-in is not there; name its folder with --libraries");
   take(place);
+  if (isStandin(place.target)) DeleteFileW(wide(place.target));
   if (exists(place.target)) throw Mistake("a library of that name is installed");
   windows::Files().makeSureDirectoryPathExists(
       place.target.substr(0, place.target.rfind(u'\\') + 1));
@@ -79,7 +89,7 @@ void Libraries::setLogging(bool present) {
 void Libraries::setMapiHelper(HelperState state) {
   switch (state) {
     case HelperState::Present: return put(mapiHelper_, u"cxmapihlp.dll");
-    case HelperState::Failing: return put(mapiHelper_, u"failing\\cxmapihlp.dll");
+    case HelperState::Failing: return put(mapiHelper_, u"cxmapihlp-failing.dll");
     case HelperState::Missing: return take(mapiHelper_);
   }
 }

@@ -11,8 +11,8 @@ namespace standin {
 /// touched: then these operations raise Mistake.
 class Libraries {
  public:
-  /// `source` is the folder that holds the stand-ins, and in its folder "failing" those that fail;
-  /// empty for none. `mailbox` is the file that the MAPI helper tells of.
+  /// `source` is the folder that holds the stand-ins; empty for none. `mailbox` is the file that
+  /// the MAPI helper tells of.
   Libraries(std::u16string source, const std::u16string& mailbox);
   ~Libraries();
   Libraries(const Libraries&) = delete;

@@ -10,8 +10,10 @@
 #include "simulator/data/Utf8.h"
 #include "simulator/player/Player.h"
 #include "simulator/player/Text.h"
+#include "simulator/player/Transcript.h"
 #include "standin/outlook/ComStage.h"
 #include "standin/outlook/HostTypes.h"
+#include "standin/outlook/Notes.h"
 #include "standin/outlook/Options.h"
 #include "standin/outlook/hand/HandDesk.h"
 #include "windows/com/errors.h"
@@ -37,11 +39,13 @@ std::string contentOf(const std::string& path) {
   return *std::move(content);
 }
 
+void printLine(std::string_view line) {
+  std::printf("%.*s\n", static_cast<int>(line.size()), line.data());
+  std::fflush(stdout);
+}
+
 int play(standin::ComStage& stage, const standin::Options& options) {
-  scenario::Player player(stage, [](std::string_view line) {
-    std::printf("%.*s\n", static_cast<int>(line.size()), line.data());
-    std::fflush(stdout);
-  });
+  scenario::Player player(stage, printLine);
   player.transcript().traceShown = options.trace;
   if (!options.outlook.empty()) {
     scenario::TextSource start("outlook " + options.outlook, "--outlook");
@@ -59,14 +63,18 @@ int play(standin::ComStage& stage, const standin::Options& options) {
 
 int useByHand(standin::Session& session, standin::HandDesk& hand, standin::ClientDesk& client,
               standin::Libraries& libraries, const standin::Options& options) {
-  if (client.available()) client.setState(scenario::ClientState::Installed);
+  // The call buttons never start a client.
+  if (client.available()) client.setState(scenario::ClientState::Running);
   if (libraries.available()) libraries.setMapiHelper(scenario::HelperState::Present);
+  standin::Notes notes(client, libraries);
+  scenario::Transcript transcript(printLine);
+  transcript.traceShown = options.trace;
   session.start(windows::fromAnsi(options.outlook.empty() ? "11.0" : options.outlook), false);
   if (!session.problem().empty()) {
     std::fprintf(stderr, "outlook-standin: the add-in was not loaded: %s\n",
                  scenario::toUtf8(session.problem()).c_str());
   }
-  hand.run();
+  hand.run([&] { notes.tell([&](const scenario::Note& note) { transcript.note(note); }); });
   return 0;
 }
 

@@ -144,13 +144,14 @@ LRESULT CALLBACK BarWindow::boxProcedure(HWND window, UINT message, WPARAM wPara
 }
 
 LRESULT BarWindow::onNotify(NMHDR& header) {
-  if (header.code != TTN_GETDISPINFOW) return 0;
-  auto& info = reinterpret_cast<NMTTDISPINFOW&>(header);
-  const auto index = static_cast<std::size_t>(header.idFrom - FirstCommand);
-  if (index >= shown_.controls.size()) return 0;
+  if (header.code != TBN_GETINFOTIPW) return 0;
+  auto& info = reinterpret_cast<NMTBGETINFOTIPW&>(header);
+  const auto index = static_cast<std::size_t>(info.iItem - FirstCommand);
+  if (index >= shown_.controls.size() || info.cchTextMax <= 0) return 0;
   const ControlView& control = shown_.controls[index];
-  tip_ = plainCaption(control.tooltip.empty() ? control.caption : control.tooltip);
-  info.lpszText = const_cast<wchar_t*>(windows::wide(tip_));
+  const std::u16string tip =
+      plainCaption(control.tooltip.empty() ? control.caption : control.tooltip);
+  lstrcpynW(info.pszText, windows::wide(tip), info.cchTextMax);
   return 0;
 }
 

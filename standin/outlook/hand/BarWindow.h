@@ -53,7 +53,6 @@ class BarWindow : public NativeWindow {
   HIMAGELIST images_ = nullptr;
   simulator::BarView shown_;
   std::vector<Box> boxes_;
-  std::u16string tip_;
 };
 
 /// A caption with the place of its letter for the keyboard left out.

@@ -1,6 +1,7 @@
 #include "standin/outlook/hand/HandDesk.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "simulator/player/Text.h"
 #include "standin/outlook/Pace.h"
@@ -42,7 +43,8 @@ HandDesk::~HandDesk() {
   current = nullptr;
 }
 
-void HandDesk::run() {
+void HandDesk::run(std::function<void()> beat) {
+  beat_ = std::move(beat);
   sync();
   while (session_.running()) {
     WaitMessage();
@@ -52,7 +54,9 @@ void HandDesk::run() {
 
 void CALLBACK HandDesk::onTimer(HWND, UINT, UINT_PTR, DWORD) noexcept {
   windows::guardedQuietly([] {
-    if (current) current->sync();
+    if (!current) return;
+    current->sync();
+    if (current->beat_) current->beat_();
   });
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -21,8 +22,8 @@ class HandDesk : private simulator::CrossingObserver {
   HandDesk(const HandDesk&) = delete;
   HandDesk& operator=(const HandDesk&) = delete;
 
-  /// Delivers messages until Outlook has ended.
-  void run();
+  /// Delivers messages until Outlook has ended; `beat` is called ten times a second.
+  void run(std::function<void()> beat = {});
 
   // For the windows.
   const HostPictures& pictures() const { return session_.pictures(); }
@@ -57,6 +58,7 @@ class HandDesk : private simulator::CrossingObserver {
 
   Session& session_;
   std::map<int, std::unique_ptr<HostWindow>> windows_;
+  std::function<void()> beat_;
   UINT_PTR timer_ = 0;
   int depth_ = 0;
   int front_ = 0;
