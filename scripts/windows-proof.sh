@@ -60,8 +60,8 @@ play() {
   local machine=$folder/machine-$1 scenario=$2 name status=0 played=0
   name=$(basename "$scenario" .scn)
   local transcripts=$folder/transcripts/$name
-  "$native" --mailbox "$mailbox" --play "$scenario" >"$transcripts.native" 2>&1 || status=1
-  (cd "$machine/bin" && exec timeout 300 wine ./outlook-standin.exe --mailbox "$mailbox" \
+  "$native" --mailbox "$mailbox" --trace --play "$scenario" >"$transcripts.native" 2>&1 || status=1
+  (cd "$machine/bin" && exec timeout 300 wine ./outlook-standin.exe --mailbox "$mailbox" --trace \
     --client velnor-standin.exe --libraries libraries --play "$scenario") \
     >"$transcripts.windows" 2>&1 </dev/null || played=$?
   comparable "$transcripts.native" >"$transcripts.native.compared"

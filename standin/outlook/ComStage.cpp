@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::u16string_view LanguageKey = u"Software\\K9T\\Localization\\LangID";
 constexpr std::uint32_t AmericanEnglish = 1033;
+constexpr int PointerX = 400;
+constexpr int PointerY = 300;
 
 }  // namespace
 
@@ -18,6 +20,8 @@ ComStage::ComStage(Session& session, ClientDesk& client, Libraries& libraries)
     : session_(session), client_(client), libraries_(libraries), notes_(client, libraries) {
   if (libraries_.available()) setMapiHelper(scenario::HelperState::Present);
   registry_.setDword(RegistryRoot::CurrentUser, LanguageKey, u"LangID", AmericanEnglish);
+  // Where the pointer of the simulated machine is: menus of the ribbon open there.
+  SetCursorPos(PointerX, PointerY);
   watch_ = std::make_unique<ModalWatch>(
       ModalWatch::Answers{[this](const auto& menu) -> std::optional<int> {
                             tell();
