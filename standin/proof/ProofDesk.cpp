@@ -16,7 +16,14 @@ using scenario::toUtf8;
 constexpr char Dll[] = "cxolcom.dll";
 constexpr std::u16string_view ConnectProgId = u"VelnorOutlookCOMAddIn.Connect";
 
-constexpr std::string_view Mailbox = R"({
+void describeHostOnce() {
+  static const bool done = (standin::describeHostTypes(), true);
+  static_cast<void>(done);
+}
+
+}  // namespace
+
+const std::string_view MailboxText = R"({
   "user": "Anna Berger",
   "folders": [
     {"name": "Contacts", "holds": "contact", "items": [
@@ -26,13 +33,6 @@ constexpr std::string_view Mailbox = R"({
       {"id": "mail", "subject": "Offer", "to": ["anna@berger.example"],
        "sender": {"name": "Smith, John", "addresses": ["js@example.net"],
                   "numbers": ["020 1", "020 2"]}}]}]})";
-
-void describeHostOnce() {
-  static const bool done = (standin::describeHostTypes(), true);
-  static_cast<void>(done);
-}
-
-}  // namespace
 
 std::u16string beside(std::u16string_view file) {
   return standin::programFolder() + u"\\" + std::u16string(file);
@@ -73,7 +73,7 @@ InstalledFile::~InstalledFile() {
 
 ProofDesk::ProofDesk()
     : client(beside(u"velnor-standin.exe")),
-      session((describeHostOnce(), simulator::readMailbox(Mailbox, "mailbox")),
+      session((describeHostOnce(), simulator::readMailbox(MailboxText, "mailbox")),
               std::u16string(ConnectProgId)),
       watch_({[this](const auto& menu) { return onMenu ? onMenu(menu) : std::nullopt; },
               [this](std::u16string_view text) { boxes.push_back(toUtf8(text)); }}) {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "standin/client/ClientControl.h"
@@ -21,6 +22,10 @@ using Lines = std::vector<std::string>;
 
 inline constexpr std::u16string_view AddinKey = u"Software\\K9T\\CXComAddIn";
 inline constexpr std::u16string_view ClientOptionsKey = u"Software\\K9T\\Velnor30\\AddIn001";
+
+/// The mailbox of the person, as a mailbox file has it: two contacts, one with one number and one
+/// with two, and a mail.
+extern const std::string_view MailboxText;
 
 /// The path of a file beside this program.
 std::u16string beside(std::u16string_view file);

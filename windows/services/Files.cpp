@@ -57,7 +57,10 @@ bool Files::makeSureDirectoryPathExists(std::u16string_view folder) {
   constexpr char Name[] = "MakeSureDirectoryPathExists";
   auto* make = imageHelper_.find<MakeSureDirectoryPathExists>(Name);
   if (!make) make = debugHelper_.find<MakeSureDirectoryPathExists>(Name);
-  return make && make(ansi(folder).c_str()) != FALSE;
+  const std::string path = ansi(folder);
+  // The system may copy longer ones beyond the end of its own buffer.
+  if (path.size() >= MAX_PATH) return false;
+  return make && make(path.c_str()) != FALSE;
 }
 
 void Files::append(std::u16string_view path, std::u16string_view text) {

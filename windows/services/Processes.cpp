@@ -16,7 +16,10 @@ std::int32_t Processes::shellExecute(std::u16string_view file, std::u16string_vi
                                      std::u16string_view folder) {
   const std::string arguments = ansi(parameters);
   const std::string place = ansi(folder);
-  const auto result = ShellExecuteA(nullptr, "open", ansi(file).c_str(),
+  const std::string program = ansi(file);
+  // The shell may copy longer ones to the stack, however large that is.
+  if (program.size() > MAX_PATH + 1 || place.size() >= MAX_PATH) return SE_ERR_PNF;
+  const auto result = ShellExecuteA(nullptr, "open", program.c_str(),
                                     arguments.empty() ? nullptr : arguments.c_str(),
                                     place.empty() ? nullptr : place.c_str(), SW_SHOWNORMAL);
   return static_cast<std::int32_t>(reinterpret_cast<INT_PTR>(result));
