@@ -13,9 +13,6 @@ namespace {
 using platform::RegistryRoot;
 using scenario::toUtf8;
 
-constexpr char Dll[] = "cxolcom.dll";
-constexpr std::u16string_view ConnectProgId = u"VelnorOutlookCOMAddIn.Connect";
-
 void describeHostOnce() {
   static const bool done = (standin::describeHostTypes(), true);
   static_cast<void>(done);
@@ -38,7 +35,7 @@ std::u16string beside(std::u16string_view file) {
   return standin::programFolder() + u"\\" + std::u16string(file);
 }
 
-RegisteredDll::RegisteredDll() {
+RegisteredDll::RegisteredDll(std::u16string_view file) : path_(beside(file)) {
   EXPECT_EQ(call("DllRegisterServer"), S_OK);
 }
 
@@ -46,8 +43,8 @@ RegisteredDll::~RegisteredDll() {
   EXPECT_EQ(call("DllUnregisterServer"), S_OK);
 }
 
-HRESULT RegisteredDll::call(const char* function) {
-  const HMODULE module = LoadLibraryW(windows::wide(beside(u"cxolcom.dll")));
+HRESULT RegisteredDll::call(const char* function) const {
+  const HMODULE module = LoadLibraryW(windows::wide(path_));
   if (!module) return HRESULT_FROM_WIN32(GetLastError());
   auto* const address = reinterpret_cast<void*>(GetProcAddress(module, function));
   const HRESULT result = reinterpret_cast<HRESULT(WINAPI*)()>(address)();
@@ -55,8 +52,8 @@ HRESULT RegisteredDll::call(const char* function) {
   return result;
 }
 
-bool RegisteredDll::loaded() {
-  return GetModuleHandleA(Dll) != nullptr;
+bool RegisteredDll::loaded() const {
+  return GetModuleHandleW(windows::wide(path_)) != nullptr;
 }
 
 InstalledFile::InstalledFile(const std::u16string& source, std::u16string target)
@@ -74,7 +71,7 @@ InstalledFile::~InstalledFile() {
 ProofDesk::ProofDesk()
     : client(beside(u"velnor-standin.exe")),
       session((describeHostOnce(), simulator::readMailbox(MailboxText, "mailbox")),
-              std::u16string(ConnectProgId)),
+              std::u16string(AddinProgId)),
       watch_({[this](const auto& menu) { return onMenu ? onMenu(menu) : std::nullopt; },
               [this](std::u16string_view text) { boxes.push_back(toUtf8(text)); }}) {
   client.vanish();
@@ -87,7 +84,7 @@ ProofDesk::~ProofDesk() {
   if (session.running()) quit();
   client.uninstall();
   standin::ClientSettings::clear();
-  EXPECT_FALSE(RegisteredDll::loaded()) << "the add-in is still in the process";
+  EXPECT_FALSE(dll.loaded()) << "the add-in is still in the process";
 }
 
 void ProofDesk::start(std::u16string_view version) {

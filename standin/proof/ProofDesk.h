@@ -30,19 +30,25 @@ extern const std::string_view MailboxText;
 /// The path of a file beside this program.
 std::u16string beside(std::u16string_view file);
 
-/// The registration of the DLL beside this program, for as long as the object lives.
+inline constexpr std::u16string_view AddinDll = u"cxolcom.dll";
+inline constexpr std::u16string_view IdleDll = u"idle-addin.dll";
+inline constexpr std::u16string_view AddinProgId = u"VelnorOutlookCOMAddIn.Connect";
+inline constexpr std::u16string_view IdleProgId = u"VelnorIdleAddin.Connect";
+
+/// The registration of a DLL beside this program, for as long as the object lives.
 class RegisteredDll {
  public:
-  RegisteredDll();
+  explicit RegisteredDll(std::u16string_view file = AddinDll);
   ~RegisteredDll();
   RegisteredDll(const RegisteredDll&) = delete;
   RegisteredDll& operator=(const RegisteredDll&) = delete;
 
   /// Whether the DLL is in this process.
-  static bool loaded();
+  bool loaded() const;
 
  private:
-  static HRESULT call(const char* function);
+  HRESULT call(const char* function) const;
+  const std::u16string path_;
 };
 
 /// A file that is put where the add-in looks for it, and taken away in the end.

@@ -99,7 +99,7 @@ TEST_F(LibraryFaults, TheMapiHelper) {
     EXPECT_EQ(std::ranges::count_if(
                   lines, [](const std::string& line) { return line.starts_with("Error: "); }),
               0);
-    EXPECT_FALSE(RegisteredDll::loaded());
+    EXPECT_FALSE(dll.loaded());
   }
 }
 
@@ -121,7 +121,7 @@ TEST_F(LibraryFaults, TheLoggingLibrary) {
     standin::LibraryLog log;
     start();
     quit();
-    EXPECT_FALSE(RegisteredDll::loaded());
+    EXPECT_FALSE(dll.loaded());
     const auto logged = log.read();
     const Lines lines = traced();
     // One takes everything from the first line to the last, the other one nothing.

@@ -4,8 +4,10 @@
 #include "windows/server/ClassFactory.h"
 #include "windows/server/Module.h"
 #include "windows/server/registration.h"
+#include "windows/server/runtimeLibrary.h"
 
-extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
+extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID processEnds) {
+  if (reason == DLL_PROCESS_DETACH && !processEnds) windows::releaseRuntimeLibrary();
   if (reason == DLL_PROCESS_ATTACH) {
     windows::Module::setInstance(instance);
     DisableThreadLibraryCalls(instance);

@@ -1,5 +1,6 @@
 #include "windows/services/Timers.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "windows/com/EntryHold.h"
@@ -26,7 +27,6 @@ std::uint32_t Timers::setTimer(std::uint32_t milliseconds, std::function<void()>
   const UINT_PTR id = SetTimer(nullptr, 0, milliseconds, &Timers::onTimer);
   if (id == 0) return 0;
   try {
-    ids_.insert(id);
     ticks_.insert_or_assign(id, std::move(shared));
   } catch (...) {
     KillTimer(nullptr, id);
@@ -37,7 +37,12 @@ std::uint32_t Timers::setTimer(std::uint32_t milliseconds, std::function<void()>
 
 void Timers::killTimer(std::uint32_t id) {
   // A tick that is on its way finds nothing.
-  if (ticks_.erase(id) != 0) KillTimer(nullptr, id);
+  if (ticks_.erase(id) == 0) return;
+  KillTimer(nullptr, id);
+  // The messages that are on their way at one time are few.
+  constexpr std::size_t Remembered = 64;
+  if (killed_.size() == Remembered) killed_.pop_front();
+  killed_.push_back(id);
 }
 
 void Timers::onTimer(HWND, UINT, UINT_PTR id, DWORD) noexcept {
@@ -62,7 +67,9 @@ void Timers::dropPending() const {
   while (others.size() < Enough &&
          PeekMessageW(&message, ofThread, WM_TIMER, WM_TIMER, PM_REMOVE)) {
     // By id: the procedure may stand there in a form of the system's own.
-    if (!ids_.contains(message.wParam)) others.push_back(message);
+    const bool ours =
+        ticks_.contains(message.wParam) || std::ranges::count(killed_, message.wParam) != 0;
+    if (!ours) others.push_back(message);
   }
   for (const MSG& other : others) {
     PostThreadMessageW(GetCurrentThreadId(), WM_TIMER, other.wParam, other.lParam);

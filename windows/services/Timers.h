@@ -1,8 +1,8 @@
 #pragma once
 
+#include <deque>
 #include <map>
 #include <memory>
-#include <set>
 
 #include "platform/timers.h"
 #include "windows/com/api.h"
@@ -27,8 +27,8 @@ class Timers : public platform::Timers {
 
   using Tick = std::shared_ptr<std::function<void()>>;
   std::map<UINT_PTR, Tick> ticks_;
-  /// Of the timers that were killed, too.
-  std::set<UINT_PTR> ids_;
+  /// Of the timers that were killed last: a message of theirs may still be on its way.
+  std::deque<UINT_PTR> killed_;
 };
 
 }  // namespace windows

@@ -4,14 +4,19 @@
 
 namespace windows {
 
-/// Where the system stands in its tables of windows, menus and icons and of drawing objects: freed
-/// places are handed out again first, so that equal marks mean that nothing was kept in between.
-/// (Wine does not count a process's objects.)
+/// Where the system stands in its tables of a process's handles, of windows, menus and icons, and
+/// of drawing objects: freed places are handed out again first, so that equal marks mean that
+/// nothing was kept in between. (Wine does not count a process's objects.)
 struct HandleMarks {
+  int kernel;
   int user;
   int gdi;
 
   HandleMarks() {
+    const HANDLE event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    // The lowest two bits are free for programs.
+    kernel = index(event) >> 2;
+    CloseHandle(event);
     const HMENU menu = CreateMenu();
     user = index(menu);
     DestroyMenu(menu);

@@ -455,6 +455,7 @@ TEST(Unloading, LeavesNoHandleBehind) {
   for (int i = 0; i < 50; ++i) run();
   const Held after;
   EXPECT_LE(after.handles, before.handles + 2);
+  EXPECT_NEAR(after.kernel, before.kernel, 5);
   EXPECT_NEAR(after.gdi, before.gdi, 20);
   EXPECT_NEAR(after.user, before.user, 20);
   EXPECT_EQ(DispatchExport::count(), 0U);
