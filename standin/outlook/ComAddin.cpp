@@ -38,30 +38,37 @@ ComAddin::ComAddin(std::u16string_view progId, PictureNamer namePicture)
   ribbon_ = object.as<windows::RibbonExtensibility>(windows::IID_RibbonExtensibility);
 }
 
-void ComAddin::note(HRESULT result) {
-  if (FAILED(result)) failed_ = true;
+template <class Call>
+void ComAddin::raise(Call&& call) {
+  const auto failed = failed_;
+  NoValues custom;
+  if (FAILED(call(events_.get(), custom.get()))) *failed = true;
 }
 
 void ComAddin::onConnection(const automation::Object& application, std::int32_t connectMode,
                             const automation::Object& addInInst) {
-  NoValues custom;
-  note(events_->OnConnection(windows::dispatchOf(application).get(), connectMode,
-                             windows::dispatchOf(addInInst).get(), custom.get()));
+  raise([&](windows::Extensibility* events, SAFEARRAY** custom) {
+    return events->OnConnection(windows::dispatchOf(application).get(), connectMode,
+                                windows::dispatchOf(addInInst).get(), custom);
+  });
 }
 
 void ComAddin::onStartupComplete() {
-  NoValues custom;
-  note(events_->OnStartupComplete(custom.get()));
+  raise([](windows::Extensibility* events, SAFEARRAY** custom) {
+    return events->OnStartupComplete(custom);
+  });
 }
 
 void ComAddin::onBeginShutdown() {
-  NoValues custom;
-  note(events_->OnBeginShutdown(custom.get()));
+  raise([](windows::Extensibility* events, SAFEARRAY** custom) {
+    return events->OnBeginShutdown(custom);
+  });
 }
 
 void ComAddin::onDisconnection(std::int32_t removeMode) {
-  NoValues custom;
-  note(events_->OnDisconnection(removeMode, custom.get()));
+  raise([&](windows::Extensibility* events, SAFEARRAY** custom) {
+    return events->OnDisconnection(removeMode, custom);
+  });
 }
 
 std::u16string ComAddin::getCustomUi(std::u16string_view ribbonId) {
@@ -76,9 +83,10 @@ automation::Value ComAddin::ribbonCallback(std::u16string_view name,
   if (!ribbon_) throw automation::Error(automation::ErrorNumber::MemberNotFound);
   // Office calls the object that serves the ribbon, whatever else the add-in is.
   windows::ComObject callbacks(ribbon_.as<IDispatch>(IID_IDispatch));
+  const auto namePicture = namePicture_;
   const automation::Value result =
       callbacks.invoke(automation::Access::Call, automation::Member(name), args);
-  if (result.isObject() && result.toObject()) return namePicture_(result.toObject());
+  if (result.isObject() && result.toObject()) return namePicture(result.toObject());
   return result;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
 #include "simulator/addin.h"
 #include "windows/com/ComPtr.h"
@@ -28,16 +29,18 @@ class ComAddin : public simulator::Addin {
                                    std::span<const automation::Value> args) override;
 
   /// Whether an event method has reported an error; Outlook then takes the add-in off its list.
-  bool failed() const { return failed_; }
+  bool failed() const { return *failed_; }
 
  private:
-  void note(HRESULT result);
+  /// Calls a method of the events' interface. The host may drop this object in the middle.
+  template <class Call>
+  void raise(Call&& call);
 
   windows::ComPtr<windows::Extensibility> events_;
   /// Null for an add-in without a ribbon.
   windows::ComPtr<windows::RibbonExtensibility> ribbon_;
   PictureNamer namePicture_;
-  bool failed_ = false;
+  std::shared_ptr<bool> failed_ = std::make_shared<bool>(false);
 };
 
 }  // namespace standin

@@ -4,10 +4,9 @@
 
 namespace windows {
 
-/// Stands in every entry that comes without a reference to an object of the module: an event, a
-/// timer's tick. While it lives, the module stays loaded and its state alive, even when the host
-/// lets go of everything in the middle of the entry, as it may do while a box is up or a call is
-/// under way.
+/// Stands in every entry into the module: a call, an event, a timer's tick. While it lives, the
+/// module stays loaded and its state alive, even when the host lets go of everything in the middle
+/// of the entry, as it may do while a box is up or a call is under way.
 class [[nodiscard]] EntryHold {
  public:
   /// Gives what must live as long as an entry; may give nothing.

@@ -47,12 +47,12 @@ HRESULT ConnectObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, 
 
 HRESULT ConnectObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params,
                               VARIANT* result, EXCEPINFO*, UINT*) {
-  // The last call may end with the host's last reference.
-  const ComPtr<ConnectObject> self(this);
+  const ConnectCall call(*this);
   return connectInvoke(ConnectFamily::Extensibility, *connect_, id, flags, params, result);
 }
 
 HRESULT ConnectObject::OnLoad(IDispatch* ribbon) {
+  const ConnectCall call(*this);
   guardedQuietly([&] { connect_->OnLoad(objectOf(ribbon)); });
   return S_OK;
 }
@@ -60,11 +60,13 @@ HRESULT ConnectObject::OnLoad(IDispatch* ribbon) {
 HRESULT ConnectObject::GetImage(IDispatch* control, IDispatch** picture) {
   if (!picture) return E_POINTER;
   *picture = nullptr;
+  const ConnectCall call(*this);
   guardedQuietly([&] { *picture = dispatchOf(connect_->GetImage(objectOf(control))).detach(); });
   return S_OK;
 }
 
 HRESULT ConnectObject::cmdCommonRibbonBttn(IDispatch* control) {
+  const ConnectCall call(*this);
   guardedQuietly([&] { connect_->cmdCommonRibbonBttn(objectOf(control)); });
   return S_OK;
 }

@@ -4,6 +4,7 @@
 
 #include "addin/Connect.h"
 #include "windows/com/ComBase.h"
+#include "windows/com/EntryHold.h"
 #include "windows/server/AddinProcess.h"
 #include "windows/server/ConnectParts.h"
 #include "windows/server/classes.h"
@@ -38,6 +39,14 @@ class ConnectObject : public ComBase<DefaultConnect> {
   const std::shared_ptr<cxol::Connect> connect_;
   ExtensibilityPart extensibility_;
   RibbonPart ribbon_;
+};
+
+/// Stands in every call: the host may drop its last reference in the middle of it. The object goes
+/// before the module's state does.
+struct ConnectCall {
+  explicit ConnectCall(ConnectObject& object) : self(&object) {}
+  const EntryHold hold;
+  const ComPtr<ConnectObject> self;
 };
 
 }  // namespace windows

@@ -1,7 +1,6 @@
 #include "windows/server/ConnectParts.h"
 
 #include "windows/com/Bstr.h"
-#include "windows/com/EntryHold.h"
 #include "windows/com/errors.h"
 #include "windows/com/values.h"
 #include "windows/server/ConnectObject.h"
@@ -46,8 +45,7 @@ template <class Interface, ConnectFamily Family>
 HRESULT ConnectPart<Interface, Family>::Invoke(DISPID id, REFIID, LCID, WORD flags,
                                                DISPPARAMS* params, VARIANT* result, EXCEPINFO*,
                                                UINT*) {
-  const EntryHold hold;
-  const ComPtr<ConnectObject> self(&owner_);
+  const ConnectCall call(owner_);
   return connectInvoke(Family, owner_.connect(), id, flags, params, result);
 }
 
@@ -56,7 +54,7 @@ template class ConnectPart<RibbonExtensibility, ConnectFamily::Ribbon>;
 
 HRESULT ExtensibilityPart::OnConnection(IDispatch* application, LONG connectMode,
                                         IDispatch* addInInst, SAFEARRAY**) {
-  const EntryHold hold;
+  const ConnectCall call(owner_);
   guardedQuietly([&] {
     owner_.connect().AddinInstance_OnConnection(objectOf(application), connectMode,
                                                 objectOf(addInInst));
@@ -65,7 +63,7 @@ HRESULT ExtensibilityPart::OnConnection(IDispatch* application, LONG connectMode
 }
 
 HRESULT ExtensibilityPart::OnDisconnection(LONG removeMode, SAFEARRAY**) {
-  const EntryHold hold;
+  const ConnectCall call(owner_);
   owner_.connect().AddinInstance_OnDisconnection(removeMode);
   return S_OK;
 }
@@ -75,13 +73,13 @@ HRESULT ExtensibilityPart::OnAddInsUpdate(SAFEARRAY**) {
 }
 
 HRESULT ExtensibilityPart::OnStartupComplete(SAFEARRAY**) {
-  const EntryHold hold;
+  const ConnectCall call(owner_);
   owner_.connect().AddinInstance_OnStartupComplete();
   return S_OK;
 }
 
 HRESULT ExtensibilityPart::OnBeginShutdown(SAFEARRAY**) {
-  const EntryHold hold;
+  const ConnectCall call(owner_);
   owner_.connect().AddinInstance_OnBeginShutdown();
   return S_OK;
 }
@@ -89,7 +87,7 @@ HRESULT ExtensibilityPart::OnBeginShutdown(SAFEARRAY**) {
 HRESULT RibbonPart::GetCustomUI(BSTR ribbonId, BSTR* markup) {
   if (!markup) return E_POINTER;
   *markup = nullptr;
-  const EntryHold hold;
+  const ConnectCall call(owner_);
   return guarded([&] {
     const auto id = utf16(ribbonId, SysStringLen(ribbonId));
     *markup = Bstr(owner_.connect().IRibbonExtensibility_GetCustomUI(id)).detach();

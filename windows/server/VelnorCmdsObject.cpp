@@ -1,5 +1,6 @@
 #include "windows/server/VelnorCmdsObject.h"
 
+#include "windows/com/EntryHold.h"
 #include "windows/com/errors.h"
 #include "windows/com/values.h"
 #include "windows/server/Module.h"
@@ -48,12 +49,15 @@ HRESULT VelnorCmdsObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCI
 
 HRESULT VelnorCmdsObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params,
                                  VARIANT* result, EXCEPINFO* exception, UINT* badArgument) {
+  const EntryHold hold;
   const ComPtr<VelnorCmdsObject> self(this);
   return info_->Invoke(static_cast<DefaultVelnorCmds*>(this), id, flags, params, result, exception,
                        badArgument);
 }
 
 HRESULT VelnorCmdsObject::Dial(VARIANT ctrl, VARIANT parameter, VARIANT ribbonControl) {
+  const EntryHold hold;
+  const ComPtr<VelnorCmdsObject> self(this);
   return guarded([&] {
     commands_.Dial(office::CommandBarControl(objectIn(ctrl)), textIn(parameter),
                    office::RibbonControl(objectIn(ribbonControl)));
@@ -62,6 +66,8 @@ HRESULT VelnorCmdsObject::Dial(VARIANT ctrl, VARIANT parameter, VARIANT ribbonCo
 }
 
 HRESULT VelnorCmdsObject::Action(VARIANT ctrl, VARIANT parameter, VARIANT ribbonControl) {
+  const EntryHold hold;
+  const ComPtr<VelnorCmdsObject> self(this);
   return guarded([&] {
     commands_.Action(office::CommandBarControl(objectIn(ctrl)), textIn(parameter),
                      office::RibbonControl(objectIn(ribbonControl)));
@@ -70,6 +76,8 @@ HRESULT VelnorCmdsObject::Action(VARIANT ctrl, VARIANT parameter, VARIANT ribbon
 }
 
 HRESULT VelnorCmdsObject::Drop(VARIANT ctrl, VARIANT parameter) {
+  const EntryHold hold;
+  const ComPtr<VelnorCmdsObject> self(this);
   return guarded([&] {
     commands_.Drop(office::CommandBarControl(objectIn(ctrl)), textIn(parameter));
     return S_OK;

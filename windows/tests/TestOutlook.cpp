@@ -31,6 +31,12 @@ std::span<const MemberRow<TestOutlook>> TestOutlook::members() {
   return Rows;
 }
 
+Value TestOutlook::invoke(automation::Access access, const automation::Member& member,
+                          Arguments args) {
+  if (const auto happening = std::exchange(onAsked, {})) happening();
+  return TableObject::invoke(access, member, args);
+}
+
 automation::Connection TestExplorer::connect(const automation::EventInterface& events,
                                              std::shared_ptr<automation::EventSink> sink) {
   auto connection = SimObject::connect(events, std::move(sink));

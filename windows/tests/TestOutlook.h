@@ -54,6 +54,11 @@ class TestOutlook : public simulator::TableObject<TestOutlook> {
  public:
   static constexpr std::u16string_view Name = u"Application";
   static std::span<const simulator::MemberRow<TestOutlook>> members();
+  automation::Value invoke(automation::Access access, const automation::Member& member,
+                           simulator::Arguments args) override;
+
+  /// Happens when it is asked for anything, once.
+  std::function<void()> onAsked;
 
   std::shared_ptr<TestWindows> explorers =
       std::make_shared<TestWindows>(outlook::ExplorersEventInterface);

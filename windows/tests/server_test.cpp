@@ -17,90 +17,13 @@
 #include "windows/services/Library.h"
 #include "windows/services/Objects.h"
 #include "windows/services/Registry.h"
-#include "windows/tests/HandleMarks.h"
-#include "windows/tests/TestOutlook.h"
+#include "windows/tests/ServerFixture.h"
 
 namespace windows {
 namespace {
 
 using automation::Object;
 using platform::RegistryRoot;
-
-/// The DLL, loaded without COM's help.
-class Dll {
- public:
-  Dll() : module_(LoadLibraryA(CXOL_DLL)) { EXPECT_NE(module_, nullptr); }
-  ~Dll() { FreeLibrary(module_); }
-  Dll(const Dll&) = delete;
-  Dll& operator=(const Dll&) = delete;
-
-  template <class Function>
-  Function* find(const char* name) const {
-    return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
-  }
-  HRESULT call(const char* name) const { return find<HRESULT WINAPI()>(name)(); }
-
-  ComPtr<IDispatch> create(REFCLSID classId) const {
-    ComPtr<IClassFactory> factory;
-    check(find<HRESULT WINAPI(REFCLSID, REFIID, void**)>("DllGetClassObject")(
-        classId, IID_IClassFactory, factory.receiveVoid()));
-    ComPtr<IDispatch> object;
-    check(factory->CreateInstance(nullptr, IID_IDispatch, object.receiveVoid()));
-    return object;
-  }
-  std::u16string path() const {
-    wchar_t path[MAX_PATH] = {};
-    GetModuleFileNameW(module_, path, MAX_PATH);
-    return std::u16string(utf16(path));
-  }
-
- private:
-  HMODULE module_;
-};
-
-class Server : public testing::Test {
- protected:
-  void SetUp() override {
-    ExportTypes::add(u"Explorer", {{}, {&outlook::ExplorerEventInterface}});
-    ExportTypes::add(u"Windows",
-                     {{}, {&outlook::ExplorersEventInterface, &outlook::InspectorsEventInterface}});
-  }
-  void TearDown() override {
-    EXPECT_EQ(dll_.call("DllCanUnloadNow"), S_OK) << "an object of the DLL is left";
-    ExportTypes::clear();
-    outlook_.reset();
-    EXPECT_EQ(DispatchExport::count(), 0U) << "the DLL holds an object of ours";
-  }
-
-  /// A late-bound call by number, as Office makes it.
-  static HRESULT invoke(IDispatch* object, DISPID id, std::vector<automation::Value> args,
-                        Variant* result = nullptr) {
-    std::vector<Variant> owners;
-    std::vector<VARIANT> reversed;
-    for (auto arg = args.rbegin(); arg != args.rend(); ++arg) {
-      owners.push_back(variantOf(*arg));
-      reversed.push_back(owners.back().get());
-    }
-    DISPPARAMS params{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
-    return object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params,
-                          result ? result->receive() : nullptr, nullptr, nullptr);
-  }
-  static DISPID idOf(IDispatch* object, std::u16string name) {
-    auto* pointer = reinterpret_cast<wchar_t*>(name.data());
-    DISPID id = DISPID_UNKNOWN;
-    const HRESULT found = object->GetIDsOfNames(IID_NULL, &pointer, 1, LOCALE_USER_DEFAULT, &id);
-    EXPECT_EQ(SUCCEEDED(found), id != DISPID_UNKNOWN);
-    return id;
-  }
-
-  static Object addIn() { return propertiesObject({{u"ProgId", std::u16string(ConnectProgId)}}); }
-  std::size_t subscriptions() const {
-    return outlook_->explorers->sinkCount() + outlook_->inspectors->sinkCount();
-  }
-
-  Dll dll_;
-  std::shared_ptr<TestOutlook> outlook_ = std::make_shared<TestOutlook>();
-};
 
 TEST_F(Server, ConnectIsOneObjectWithThreeFaces) {
   const auto connect = dll_.create(CLSID_Connect);
@@ -154,27 +77,6 @@ TEST_F(Server, AReleaseAloneLetsGoOfOutlook) {
   EXPECT_EQ(subscriptions(), 2U);
   connect.reset();
   EXPECT_EQ(subscriptions(), 0U);
-}
-
-TEST_F(Server, OutlookMayLetGoInTheMiddleOfAnEvent) {
-  auto connect = dll_.create(CLSID_Connect);
-  invoke(connect.get(), 1, {outlook_->handle(), 1, addIn(), {}});
-  const auto explorer = std::make_shared<TestExplorer>();
-  Library log("k9tlogvb.dll");
-  auto* const writes = log.require<LONG WINAPI()>("TestWrites");
-  HRESULT inside = S_OK;
-  LONG before = 0;
-  explorer->onConnect = [&] {
-    invoke(connect.get(), 2, {0, {}});
-    connect.reset();
-    inside = dll_.call("DllCanUnloadNow");
-    before = writes();
-  };
-  outlook_->explorers->announce(explorer->handle());
-  EXPECT_FALSE(connect) << "the event did not arrive";
-  EXPECT_EQ(inside, S_FALSE) << "its own code is still running";
-  EXPECT_EQ(explorer->sinkCount(), 0U);
-  EXPECT_GT(writes(), before) << "the rest of the event had no trace to write to";
 }
 
 TEST_F(Server, NothingOutlookGivesMakesAnEventFail) {
@@ -417,51 +319,6 @@ TEST(Registration, ComesAndGoesWithoutATrace) {
   std::vector<std::u16string> lost;
   std::ranges::set_difference(before, after, std::back_inserter(lost));
   EXPECT_EQ(lost, std::vector<std::u16string>());
-}
-
-/// Ends this thread's timers without a window that were set lately; how many there were.
-int killLateTimers() {
-  // Ids are handed out in sequence.
-  constexpr UINT_PTR Far = 400;
-  const UINT_PTR next = SetTimer(nullptr, 0, 60000, nullptr);
-  KillTimer(nullptr, next);
-  int count = 0;
-  for (UINT_PTR id = next > Far ? next - Far : 1; id <= next + Far; ++id) {
-    if (KillTimer(nullptr, id)) ++count;
-  }
-  return count;
-}
-
-TEST(Unloading, LeavesNoHandleBehind) {
-  const auto outlook = std::make_shared<TestOutlook>();
-  ExportTypes::add(u"Windows",
-                   {{}, {&outlook::ExplorersEventInterface, &outlook::InspectorsEventInterface}});
-  const auto run = [&] {
-    const Dll dll;
-    const auto connect = dll.create(CLSID_Connect);
-    auto events = connect.as<Extensibility>(IID_Extensibility);
-    const auto addin = propertiesObject({{u"ProgId", u"p"}});
-    events->OnConnection(dispatchOf(outlook->handle()).get(), 0, dispatchOf(addin).get(), nullptr);
-    events->OnDisconnection(1, nullptr);
-  };
-  struct Held : HandleMarks {
-    DWORD handles = 0;
-    Held() { GetProcessHandleCount(GetCurrentProcess(), &handles); }
-  };
-  killLateTimers();
-  for (int i = 0; i < 3; ++i) run();
-  EXPECT_EQ(GetModuleHandleA(CXOL_DLL), nullptr);
-  const Held before;
-  for (int i = 0; i < 50; ++i) run();
-  const Held after;
-  EXPECT_LE(after.handles, before.handles + 2);
-  EXPECT_NEAR(after.kernel, before.kernel, 5);
-  EXPECT_NEAR(after.gdi, before.gdi, 20);
-  EXPECT_NEAR(after.user, before.user, 20);
-  EXPECT_EQ(DispatchExport::count(), 0U);
-  // A timer would call into nowhere. The add-in was connected late and never told of a shutdown.
-  EXPECT_EQ(killLateTimers(), 0);
-  ExportTypes::clear();
 }
 
 }  // namespace

@@ -1,0 +1,179 @@
+// When the host lets go of the DLL's objects, and of the DLL.
+
+#include <functional>
+#include <optional>
+
+#include "windows/com/Bstr.h"
+#include "windows/server/office_interfaces.h"
+#include "windows/services/Library.h"
+#include "windows/tests/HandleMarks.h"
+#include "windows/tests/ServerFixture.h"
+
+namespace windows {
+namespace {
+
+/// The interfaces of one object, without references of their own.
+struct ConnectFaces {
+  Extensibility* events;
+  RibbonExtensibility* ribbon;
+  DefaultConnect* own;
+};
+
+/// A button at whose question for its parameter something happens.
+class TestButton : public simulator::TableObject<TestButton> {
+ public:
+  static constexpr std::u16string_view Name = u"CommandBarButton";
+  static std::span<const simulator::MemberRow<TestButton>> members() {
+    static constexpr simulator::MemberRow<TestButton> Rows[] = {
+        {u"Parameter", [](TestButton& self, simulator::Arguments) -> automation::Value {
+           if (self.onAsked) self.onAsked();
+           return u"own";
+         }}};
+    return Rows;
+  }
+  std::function<void()> onAsked;
+};
+
+TEST_F(Server, OutlookMayLetGoInTheMiddleOfAnEvent) {
+  auto connect = dll_.create(CLSID_Connect);
+  invoke(connect.get(), 1, {outlook_->handle(), 1, addIn(), {}});
+  const auto explorer = std::make_shared<TestExplorer>();
+  Library log("k9tlogvb.dll");
+  auto* const writes = log.require<LONG WINAPI()>("TestWrites");
+  HRESULT inside = S_OK;
+  LONG before = 0;
+  explorer->onConnect = [&] {
+    invoke(connect.get(), 2, {0, {}});
+    connect.reset();
+    inside = dll_.call("DllCanUnloadNow");
+    before = writes();
+  };
+  outlook_->explorers->announce(explorer->handle());
+  EXPECT_FALSE(connect) << "the event did not arrive";
+  EXPECT_EQ(inside, S_FALSE) << "its own code is still running";
+  EXPECT_EQ(explorer->sinkCount(), 0U);
+  EXPECT_GT(writes(), before) << "the rest of the event had no trace to write to";
+}
+
+TEST_F(Server, OutlookMayLetGoInTheMiddleOfAnyCall) {
+  const auto ribbonButton = [] { return dispatchOf(propertiesObject({{u"Id", u"IDS_Aktionen"}})); };
+  const struct {
+    const char* what;
+    /// Makes the call through an interface that nobody holds but the caller.
+    std::function<void(ConnectFaces& faces)> call;
+  } rows[] = {
+      {"GetCustomUI",
+       [](ConnectFaces& faces) {
+         Bstr markup;
+         faces.ribbon->GetCustomUI(Bstr(u"Microsoft.Outlook.Contact").get(), markup.receive());
+       }},
+      {"OnStartupComplete", [](ConnectFaces& faces) { faces.events->OnStartupComplete(nullptr); }},
+      {"OnStartupComplete by number",
+       [](ConnectFaces& faces) { invoke(faces.events, 4, {automation::Array{}}); }},
+      {"OnConnection",
+       [this](ConnectFaces& faces) {
+         faces.events->OnConnection(dispatchOf(outlook_->handle()).get(), 0,
+                                    dispatchOf(addIn()).get(), nullptr);
+       }},
+      {"a button of the ribbon",
+       [&](ConnectFaces& faces) { faces.own->cmdCommonRibbonBttn(ribbonButton().get()); }},
+      {"a button of the ribbon by name",
+       [&](ConnectFaces& faces) {
+         invoke(faces.ribbon, idOf(faces.ribbon, u"cmdCommonRibbonBttn"),
+                {objectOf(ribbonButton().get())});
+       }},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.what);
+    auto connect = dll_.create(CLSID_Connect);
+    invoke(connect.get(), 1, {outlook_->handle(), 1, addIn(), {}});
+    {
+      Bstr markup;
+      connect.as<RibbonExtensibility>(IID_RibbonExtensibility)
+          ->GetCustomUI(Bstr(u"Microsoft.Outlook.Contact").get(), markup.receive());
+    }
+    ConnectFaces faces{connect.as<Extensibility>(IID_Extensibility).get(),
+                       connect.as<RibbonExtensibility>(IID_RibbonExtensibility).get(),
+                       connect.as<DefaultConnect>(IID_DefaultConnect).get()};
+    bool asked = false;
+    outlook_->onAsked = [&] {
+      asked = true;
+      faces.events->OnDisconnection(1, nullptr);
+      connect.reset();
+      EXPECT_EQ(dll_.call("DllCanUnloadNow"), S_FALSE) << "its own code is still running";
+    };
+    row.call(faces);
+    EXPECT_TRUE(asked);
+    outlook_->onAsked = {};
+    EXPECT_EQ(dll_.call("DllCanUnloadNow"), S_OK);
+    EXPECT_EQ(subscriptions(), 0U);
+  }
+}
+
+TEST_F(Server, AScriptMayLetGoInTheMiddleOfACommand) {
+  for (const int command : {1, 2, 3}) {
+    SCOPED_TRACE(command);
+    auto commands = dll_.create(CLSID_VelnorCmds);
+    auto* const dual = commands.as<DefaultVelnorCmds>(IID_DefaultVelnorCmds).get();
+    const auto button = std::make_shared<TestButton>();
+    button->onAsked = [&] {
+      commands.reset();
+      EXPECT_EQ(dll_.call("DllCanUnloadNow"), S_FALSE) << "its own code is still running";
+    };
+    const Variant ctrl = variantOf(button->handle());
+    const Variant parameter = variantOf(u"own");
+    if (command == 1) dual->Dial(ctrl.get(), parameter.get(), Variant().get());
+    if (command == 2) dual->Action(ctrl.get(), parameter.get(), Variant().get());
+    if (command == 3) dual->Drop(ctrl.get(), parameter.get());
+    EXPECT_FALSE(commands);
+    EXPECT_EQ(dll_.call("DllCanUnloadNow"), S_OK);
+  }
+}
+
+/// Ends this thread's timers without a window that were set lately; how many there were.
+int killLateTimers() {
+  // Ids are handed out in sequence.
+  constexpr UINT_PTR Far = 400;
+  const UINT_PTR next = SetTimer(nullptr, 0, 60000, nullptr);
+  KillTimer(nullptr, next);
+  int count = 0;
+  for (UINT_PTR id = next > Far ? next - Far : 1; id <= next + Far; ++id) {
+    if (KillTimer(nullptr, id)) ++count;
+  }
+  return count;
+}
+
+TEST(Unloading, LeavesNoHandleBehind) {
+  const auto outlook = std::make_shared<TestOutlook>();
+  ExportTypes::add(u"Windows",
+                   {{}, {&outlook::ExplorersEventInterface, &outlook::InspectorsEventInterface}});
+  const auto run = [&] {
+    const Dll dll;
+    const auto connect = dll.create(CLSID_Connect);
+    auto events = connect.as<Extensibility>(IID_Extensibility);
+    const auto addin = propertiesObject({{u"ProgId", u"p"}});
+    events->OnConnection(dispatchOf(outlook->handle()).get(), 0, dispatchOf(addin).get(), nullptr);
+    events->OnDisconnection(1, nullptr);
+  };
+  struct Held : HandleMarks {
+    DWORD handles = 0;
+    Held() { GetProcessHandleCount(GetCurrentProcess(), &handles); }
+  };
+  killLateTimers();
+  for (int i = 0; i < 3; ++i) run();
+  EXPECT_EQ(GetModuleHandleA(CXOL_DLL), nullptr);
+  const Held before;
+  for (int i = 0; i < 50; ++i) run();
+  const Held after;
+  EXPECT_LE(after.handles, before.handles + 2);
+  EXPECT_NEAR(after.kernel, before.kernel, 5);
+  EXPECT_NEAR(after.gdi, before.gdi, 20);
+  EXPECT_NEAR(after.user, before.user, 20);
+  EXPECT_EQ(DispatchExport::count(), 0U);
+  // A timer would call into nowhere. The add-in was connected late and never told of a shutdown.
+  EXPECT_EQ(killLateTimers(), 0);
+  ExportTypes::clear();
+}
+
+}  // namespace
+}  // namespace windows
