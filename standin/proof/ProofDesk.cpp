@@ -73,7 +73,10 @@ ProofDesk::ProofDesk()
       session((describeHostOnce(), simulator::readMailbox(MailboxText, "mailbox")),
               std::u16string(AddinProgId)),
       watch_({[this](const auto& menu) { return onMenu ? onMenu(menu) : std::nullopt; },
-              [this](std::u16string_view text) { boxes.push_back(toUtf8(text)); }}) {
+              [this](std::u16string_view text) {
+                boxes.push_back(toUtf8(text));
+                if (onBox) onBox();
+              }}) {
   client.vanish();
   client.install();
   setText(u"Software\\K9T\\Logging", u"LogFile", u"1");

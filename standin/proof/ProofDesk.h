@@ -97,6 +97,8 @@ class ProofDesk : public testing::Test {
   standin::Session session;
   /// Texts of the message boxes, each closed at once.
   Lines boxes;
+  /// What happens while a box is up.
+  std::function<void()> onBox;
   /// What happens while a menu is open; gives the id of the chosen entry. Without it every menu is
   /// left.
   std::function<std::optional<int>(const std::vector<platform::PopupEntry>&)> onMenu;

@@ -140,7 +140,7 @@ TEST_F(Endurance, ItemsSelectedAndNumbersDialled) {
   ASSERT_TRUE(client.startReady());
   start();
   int count = 0;
-  constexpr int Times = 100;
+  constexpr int Times = 50;
   // A dialled number asks for it six times, a click on the button that hangs up twice.
   const std::size_t finding = 8 * costOfFindingTheClient(Times);
   endure(

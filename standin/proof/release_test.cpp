@@ -1,6 +1,7 @@
 // Outlook disconnects the add-in and drops its last reference in the middle of whatever the add-in
 // is just doing: what runs comes to its end, and the DLL goes afterwards.
 
+#include "simulator/client/Client.h"
 #include "standin/outlook/Pace.h"
 #include "standin/proof/ProofDesk.h"
 
@@ -164,6 +165,24 @@ TEST_F(Release, WhileAMenuIsOpen) {
     expectGone();
     quit();
   }
+}
+
+TEST_F(Release, WhileABoxIsUp) {
+  // A client without a window is started anew, which fails.
+  client.setGaps({.window = true, .object = false, .service = false});
+  ASSERT_TRUE(client.startReady());
+  standin::RegistryKeeper spoiled;
+  spoiled.setText(platform::RegistryRoot::LocalMachine,
+                  u"Software\\Classes\\" + std::u16string(simulator::Client::RegistryKey), u"",
+                  u"C:\\no such folder\\client.exe");
+  start();
+  onBox = [this] { session.switchAddin(false); };
+  click(u"CxBtDrop");
+  EXPECT_EQ(boxes, Lines{"Cannot start Velnor. Please re-install the software."});
+  EXPECT_FALSE(session.addinOn());
+  // What the user asked for is carried out all the same.
+  EXPECT_EQ(told(), Lines{"hang up"});
+  expectGone();
 }
 
 }  // namespace
