@@ -185,7 +185,9 @@ void clsRibbon::RemoveNotNecessaryCommandBar() noexcept {
     ResumeNext resume;
     office::CommandBars commandBars;
     resume([&] { commandBars = GetCurrentInspector().commandBars(); });
-    for (const auto& [variable, name] : bars) {
+    for (const auto& each : bars) {
+      const auto variable = each.variable;
+      const auto name = each.name;
       LogDebug(concat(u"Ribbon - ", u" look for CommandBar to delete ", variable, name));
       office::CommandBar bar;
       resume([&] { bar = commandBars.item(name); });

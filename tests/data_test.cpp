@@ -56,6 +56,8 @@ TEST(MailboxReader, NamesPlaceAndExpectationOfEveryMistake) {
       {"{\n  \"user\": \"\xC3\x84nne\" x\n}",
        "m.json: line 2, column 18: invalid literal; last read: '\"\xC3\x84nne\" x'; expected '}'"},
       {"", "m.json: line 1, column 1: unexpected end of input; expected '[', '{', or a literal"},
+      {"{\"user\": \xC3\x84}", "m.json: line 1, column 10: unexpected character"},
+      {"{\"user\": \"\xC3\"}", "m.json: line 1, column 12: the file is not in UTF-8"},
       {"{\"user\": 1e999}", "m.json: a number is too large"},
       {"[]", "m.json: /: expected object, found list"},
       {"{}", "m.json: /: expected key \"folders\", found none"},
@@ -77,6 +79,8 @@ TEST(MailboxReader, NamesPlaceAndExpectationOfEveryMistake) {
        "m.json: /folders/0/outbox: expected true or false, found number"},
       {inFolder("mail", R"({},{"subject":"a","to":[],"subject":"b"})"),
        "m.json: /folders/0/items/1/subject: this key stands twice here"},
+      {R"({"folders":[{"name":"A","items":[[],{}]},{"na/me":1,"x":{"name":2},"na\u002Fme":3}]})",
+       "m.json: /folders/1/na~1me: this key stands twice here"},
       {inFolder("mail", R"({"kind":"letter"})"),
        "m.json: /folders/0/items/0/kind: unknown kind, expected mail, post, contact, distribution "
        "list, appointment, task, journal, note, meeting request, meeting cancellation, meeting "

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
+#include <set>
 
 #include "simulator/data/Utf8.h"
 
@@ -38,18 +39,31 @@ std::string lineAndColumn(std::string_view text, std::size_t byte) {
 }
 
 /// Notices keys that stand twice in an object: the parser itself would keep the last silently.
-class DuplicateKeys {
+/// Asked in a run of its own, because a parser with a callback looks at a list's every element each
+/// time one is added.
+class DuplicateKeys : public nlohmann::json_sax<json> {
  public:
   explicit DuplicateKeys(std::string_view file) : file_(file) {}
 
-  bool operator()(int, json::parse_event_t event, json& parsed) {
-    using Event = json::parse_event_t;
-    const bool opens = event == Event::object_start || event == Event::array_start;
-    if (opens || event == Event::value)
-      if (!open_.empty() && open_.back().isArray) ++open_.back().elements;
-    if (opens) open_.push_back({event == Event::array_start, 0, {}});
-    if (event == Event::object_end || event == Event::array_end) open_.pop_back();
-    if (event == Event::key) note(parsed.get_ref<const std::string&>());
+  bool null() override { return value(); }
+  bool boolean(bool) override { return value(); }
+  bool number_integer(number_integer_t) override { return value(); }
+  bool number_unsigned(number_unsigned_t) override { return value(); }
+  bool number_float(number_float_t, const string_t&) override { return value(); }
+  bool string(string_t&) override { return value(); }
+  bool binary(binary_t&) override { return value(); }
+  bool start_object(std::size_t) override { return open(false); }
+  bool end_object() override { return close(); }
+  bool start_array(std::size_t) override { return open(true); }
+  bool end_array() override { return close(); }
+  bool parse_error(std::size_t, const std::string&, const json::exception&) override {
+    return false;
+  }
+  bool key(string_t& key) override {
+    Level& level = open_.back();
+    level.key = key;
+    if (!level.keys.insert(key).second)
+      throw InputError(std::string(file_) + ": " + pointer() + ": this key stands twice here");
     return true;
   }
 
@@ -57,22 +71,29 @@ class DuplicateKeys {
   struct Level {
     bool isArray;
     std::size_t elements;
-    std::vector<std::string> keys;
+    std::string key;  // the last one
+    std::set<std::string> keys;
   };
 
-  void note(const std::string& key) {
-    auto& keys = open_.back().keys;
-    const bool again = std::ranges::find(keys, key) != keys.end();
-    keys.push_back(key);
-    if (again)
-      throw InputError(std::string(file_) + ": " + pointer() + ": this key stands twice here");
+  bool value() {
+    if (!open_.empty() && open_.back().isArray) ++open_.back().elements;
+    return true;
+  }
+  bool open(bool isArray) {
+    value();
+    open_.push_back({isArray, 0, {}, {}});
+    return true;
+  }
+  bool close() {
+    open_.pop_back();
+    return true;
   }
 
   std::string pointer() const {
     std::string pointer;
     for (const Level& level : open_)
-      pointer += "/" + (level.isArray ? std::to_string(level.elements - 1)
-                                      : escapedToken(level.keys.back()));
+      pointer +=
+          "/" + (level.isArray ? std::to_string(level.elements - 1) : escapedToken(level.key));
     return pointer;
   }
 
@@ -166,13 +187,20 @@ void JsonNode::failExpected(const std::string& expected) const {
 
 json parseJson(std::string_view text, std::string_view file) {
   text = withoutByteOrderMark(text);
-  constexpr bool Throwing = true, Comments = true;
+  constexpr bool Throwing = true, Strict = true, Comments = true;
   try {
-    return json::parse(text, DuplicateKeys(file), Throwing, Comments);
+    json parsed = json::parse(text, nullptr, Throwing, Comments);
+    DuplicateKeys duplicates(file);
+    json::sax_parse(text, &duplicates, json::input_format_t::json, Strict, Comments);
+    return parsed;
   } catch (const json::parse_error& error) {
     // "[...] parse error at line 1, column 2: syntax error while parsing object - ..."
     std::string reason = error.what();
     if (const auto dash = reason.find(" - "); dash != std::string::npos) reason.erase(0, dash + 3);
+    // It quotes the file up to the mistake: that may be any bytes, or half a character.
+    if (!fromUtf8(reason)) {
+      reason = fromUtf8(text) ? "unexpected character" : "the file is not in UTF-8";
+    }
     const std::size_t byte = error.byte > 0 ? error.byte - 1 : 0;
     throw InputError(std::string(file) + ": " + lineAndColumn(text, byte) + ": " + reason);
   } catch (const json::out_of_range&) {

@@ -85,7 +85,8 @@ bool isTelephone(const CardProperty& property) {
 }
 
 std::vector<std::size_t> placeTelephones(MailboxItem& contact, std::vector<CardProperty> cards) {
-  std::ranges::stable_partition(cards, [](const auto& card) { return card.hasType("PREF"); });
+  std::stable_partition(cards.begin(), cards.end(),
+                        [](const auto& card) { return card.hasType("PREF"); });
   std::vector<const CardProperty*> displaced;
   for (const CardProperty& card : cards) {
     if (!isForSpeech(card)) continue;

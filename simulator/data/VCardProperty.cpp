@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "simulator/data/Charset.h"
+#include "simulator/data/Utf8.h"
 
 namespace simulator {
 namespace {
@@ -106,7 +107,12 @@ std::u16string decoded(const CardProperty& property, std::string_view raw) {
   const std::string bytes =
       property.quotedPrintable ? decodeQuotedPrintable(raw) : std::string(raw);
   const auto text = decodeCharset(bytes, property.charset);
-  if (!text) throw CardError(property.line, "unknown character set \"" + property.charset + "\"");
+  if (!text) {
+    // What stands there may be any bytes.
+    const bool readable = fromUtf8(property.charset).has_value();
+    throw CardError(property.line, readable ? "unknown character set \"" + property.charset + "\""
+                                            : "unknown character set");
+  }
   return withoutOuterBlanks(unescaped(*text, property.version));
 }
 

@@ -27,7 +27,8 @@ class CardReader {
   /// Raises CardError.
   MailboxItem read() {
     for (const CardLine& line : card_.lines) readProperty(parseProperty(line, card_.version));
-    std::ranges::stable_partition(emails_, [](const auto& email) { return email.hasType("PREF"); });
+    std::stable_partition(emails_.begin(), emails_.end(),
+                          [](const auto& email) { return email.hasType("PREF"); });
     for (std::size_t i = 0; i < std::min(emails_.size(), EmailProperties.size()); ++i)
       set(EmailProperties[i], addressOf(emails_[i]));
     for (const std::size_t line : placeTelephones(contact_, telephones_))
