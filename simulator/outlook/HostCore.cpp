@@ -133,14 +133,12 @@ std::u16string HostCore::captionOf(const WindowState& state) const {
   return (title.empty() ? u"Untitled" : title) + u" - Microsoft Outlook";
 }
 
-std::vector<HostCore::Window> HostCore::windowsOf(WindowKind kind) const {
-  std::vector<Window> found;
-  for (const auto& window : zorder) {
-    if (window->state.kind == kind) found.push_back(window);
-  }
-  if (closing && closing->state.kind == kind) found.push_back(closing);
-  std::ranges::sort(found, {}, [](const Window& window) { return window->state.number; });
-  return found;
+const std::vector<HostCore::Window>& HostCore::windowsOf(WindowKind kind) const {
+  return kind == WindowKind::Explorer ? openExplorers_ : openInspectors_;
+}
+
+std::vector<HostCore::Window>& HostCore::counted(WindowKind kind) {
+  return kind == WindowKind::Explorer ? openExplorers_ : openInspectors_;
 }
 
 HostCore::Window HostCore::top(std::optional<WindowKind> kind) const {
@@ -187,16 +185,20 @@ HostCore::Window HostCore::openExplorer(MailboxFolder& folder, bool announce) {
   const auto window = std::make_shared<WindowObject>(weak_from_this(), std::move(state));
   // The new window exists, but is not shown yet.
   zorder.push_back(window);
+  counted(WindowKind::Explorer).push_back(window);
   if (announce) explorers->raiseNew(*window);
   activate(window);
   return window;
 }
 
 HostCore::Window HostCore::openInspector(MailboxFolder& folder, MailboxItem& item) {
-  for (const auto& window : windowsOf(WindowKind::Inspector)) {
-    if (window->state.item != &item) continue;
-    activate(window);
-    return window;
+  const auto& inspecting = windowsOf(WindowKind::Inspector);
+  const auto shown =
+      std::ranges::find(inspecting, &item, [](const Window& window) { return window->state.item; });
+  if (shown != inspecting.end()) {
+    const Window found = *shown;  // the activation may close windows
+    activate(found);
+    return found;
   }
   WindowState state;
   state.number = ++lastWindow_;
@@ -214,6 +216,7 @@ HostCore::Window HostCore::openInspector(MailboxFolder& folder, MailboxItem& ite
   }
   const auto window = std::make_shared<WindowObject>(weak_from_this(), std::move(state));
   zorder.push_back(window);
+  counted(WindowKind::Inspector).push_back(window);
   inspectors->raiseNew(*window);
   if (!window->open) return window;
   toFront(window);
@@ -241,16 +244,18 @@ void HostCore::activate(const Window& window) {
 void HostCore::close(const Window& window) {
   if (!window->open) return;
   const auto self = shared_from_this();
-  const bool counted = window->explorer() && options.version.starts_with(u"9.");
+  auto& ofKind = counted(window->state.kind);
   if (window->explorer()) {
     // Outlook 2000 counts the window while its Close is told, later versions do not.
-    if (counted) closing = window;
+    const bool countedYet = options.version.starts_with(u"9.");
+    if (!countedYet) std::erase(ofKind, window);
     std::erase(zorder, window);
     window->raise(outlook::ExplorerEvent::Close);
-    closing.reset();
+    std::erase(ofKind, window);
     storeExplorerBars(window->state.number);
   } else {
     window->raise(outlook::InspectorEvent::Close);
+    std::erase(ofKind, window);
     std::erase(zorder, window);
     storeInspectorBars(window->state);
     for (const auto& bar : *window->state.bars) bar->discard();

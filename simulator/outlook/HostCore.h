@@ -39,8 +39,8 @@ class HostCore : public std::enable_shared_from_this<HostCore> {
   std::u16string isoDate(std::u16string_view date) const;
   void controlsAddHook(int window);
   std::u16string captionOf(const WindowState& state) const;
-  /// Counted windows in the order of opening.
-  std::vector<Window> windowsOf(WindowKind kind) const;
+  /// Counted windows in the order of opening. Whoever opens or closes on the way takes a copy.
+  const std::vector<Window>& windowsOf(WindowKind kind) const;
   /// The front window, of this kind if one is given.
   Window top(std::optional<WindowKind> kind) const;
 
@@ -73,8 +73,6 @@ class HostCore : public std::enable_shared_from_this<HostCore> {
   std::shared_ptr<WindowsObject> inspectors;
   /// The topmost first.
   std::vector<Window> zorder;
-  /// The explorer that is closing is still counted by Outlook 2000.
-  Window closing;
   std::shared_ptr<Bars> explorerBars;
   std::map<std::pair<std::u16string, std::u16string>, automation::Error> failing;
   std::function<void(int)> addHook;
@@ -83,9 +81,12 @@ class HostCore : public std::enable_shared_from_this<HostCore> {
   std::vector<std::shared_ptr<MailboxItem>> newItems;
 
  private:
+  std::vector<Window>& counted(WindowKind kind);
   void storeExplorerBars(int window);
   void storeInspectorBars(const WindowState& state);
 
+  std::vector<Window> openExplorers_;
+  std::vector<Window> openInspectors_;
   int lastWindow_ = 0;
   int lastItem_ = 0;
   std::map<const MailboxItem*, std::weak_ptr<ItemObject>> itemObjects_;

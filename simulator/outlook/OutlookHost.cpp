@@ -92,7 +92,8 @@ void OutlookHost::quit() {
   const auto core = impl_->core;
   // Inspectors first, as Outlook does: their bars are kept before the last explorer ends it.
   for (const auto kind : {WindowKind::Inspector, WindowKind::Explorer}) {
-    for (const auto& window : core->windowsOf(kind)) core->close(window);
+    const auto windows = core->windowsOf(kind);
+    for (const auto& window : windows) core->close(window);
   }
 }
 

@@ -97,7 +97,7 @@ std::span<const MemberRow<WindowsObject>> WindowsObject::members() {
        }},
       {u"Item",
        [](WindowsObject& self, Arguments args) {
-         const auto windows = self.host().windowsOf(self.kind());
+         const auto& windows = self.host().windowsOf(self.kind());
          const auto index = argument(args, 0).toInt32();
          if (index < 1 || static_cast<std::size_t>(index) > windows.size()) {
            throw Error(ErrorNumber::SubscriptOutOfRange);
