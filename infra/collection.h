@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -13,6 +15,12 @@ class Collection {
  public:
   std::int32_t count() const { return static_cast<std::int32_t>(items_.size()); }
   const T& item(std::int32_t index) const { return items_[offset(index)]; }
+  /// Makes room for so many more items at once, where their number is known.
+  void makeRoom(std::size_t further) {
+    const std::size_t needed = items_.size() + further;
+    // Never less than twice as much: many small steps must not copy everything each time.
+    if (needed > items_.capacity()) items_.reserve(std::max(needed, 2 * items_.capacity()));
+  }
   void add(T value) { items_.push_back(std::move(value)); }
   /// The item goes away after it has left the collection, so that what its end triggers finds the
   /// collection consistent.

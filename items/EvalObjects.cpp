@@ -1,5 +1,7 @@
 #include "items/EvalObjects.h"
 
+#include <algorithm>
+
 #include "addin/globals.h"
 #include "infra/modK9TLog.h"
 #include "infra/runtime.h"
@@ -12,6 +14,9 @@ namespace cxol {
 namespace {
 
 using outlook::ObjectClass;
+
+/// References for which room is made before they are there: a host may count wrong.
+constexpr std::int32_t MostRoom = 65'536;
 
 /// Runs `visit` on every element. A collection counts once and gives each element once, so that a
 /// large selection costs linear time.
@@ -105,6 +110,7 @@ void EvaluateCurrentItem(Texts& references) noexcept {
       if (!explorer || IsOutboxShown(explorer)) return;
       const auto selection = explorer.selection();
       const std::int32_t count = selection.count();
+      references.makeRoom(static_cast<std::size_t>(std::clamp(count, 0, MostRoom)));
       for (std::int32_t i = 1; i <= count; ++i) EvaluateItem(selection.item(i), references);
       if (count != 0) return;
       if (const auto appointment = GetCurrentAppointment()) EvaluateItem(appointment, references);
@@ -193,6 +199,7 @@ void AddLinkedContacts(const outlook::Links& links, Texts& references) noexcept 
 void AddRecipientSearches(std::span<const platform::MapiHelper::TextList, 4> lists,
                           Texts& references) {
   for (const auto& list : lists) {
+    references.makeRoom(list.size());
     for (const auto& address : list) AddEmailSearch(address, references);
   }
 }

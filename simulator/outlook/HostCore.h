@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "simulator/outlook/OutlookHost.h"
@@ -89,7 +90,7 @@ class HostCore : public std::enable_shared_from_this<HostCore> {
   std::vector<Window> openInspectors_;
   int lastWindow_ = 0;
   int lastItem_ = 0;
-  std::map<const MailboxItem*, std::weak_ptr<ItemObject>> itemObjects_;
+  std::unordered_map<const MailboxItem*, std::weak_ptr<ItemObject>> itemObjects_;
   std::map<std::u16string_view, std::pair<MailboxFolder*, MailboxItem*>> byId_;
 };
 
