@@ -9,7 +9,7 @@
 set -euo pipefail
 
 packages=(
-  g++ cmake ninja-build clang-format git
+  g++ cmake ninja-build clang-format clang-14 libclang-rt-14-dev git
   libgtest-dev libgmock-dev libbenchmark-dev libcli11-dev nlohmann-json3-dev libpugixml-dev libedit-dev
 )
 foreign=
