@@ -8,6 +8,7 @@ namespace simulator {
 namespace {
 
 constexpr char32_t Invalid = 0xFFFFFFFF;
+constexpr char32_t Replacement = 0xFFFD;
 
 struct Lead {
   std::size_t followers;
@@ -25,15 +26,25 @@ std::optional<Lead> classify(unsigned char byte) {
 
 char32_t nextCodePoint(std::string_view bytes, std::size_t& at) {
   const auto lead = classify(static_cast<unsigned char>(bytes[at++]));
-  if (!lead || bytes.size() - at < lead->followers) return Invalid;
+  if (!lead) return Invalid;
   char32_t point = lead->bits;
   for (std::size_t i = 0; i < lead->followers; ++i) {
-    const auto byte = static_cast<unsigned char>(bytes[at++]);
-    if ((byte & 0xC0u) != 0x80u) return Invalid;
-    point = (point << 6) | (byte & 0x3Fu);
+    // What does not belong to this character may begin the next one.
+    if (at == bytes.size() || (static_cast<unsigned char>(bytes[at]) & 0xC0u) != 0x80u)
+      return Invalid;
+    point = (point << 6) | (static_cast<unsigned char>(bytes[at++]) & 0x3Fu);
   }
   const bool surrogate = point >= 0xD800 && point < 0xE000;
   return point < lead->least || surrogate || point > 0x10FFFF ? Invalid : point;
+}
+
+void append(std::u16string& text, char32_t point) {
+  if (point < 0x10000) {
+    text += static_cast<char16_t>(point);
+  } else {
+    text += static_cast<char16_t>(0xD800 + ((point - 0x10000) >> 10));
+    text += static_cast<char16_t>(0xDC00 + ((point - 0x10000) & 0x3FF));
+  }
 }
 
 }  // namespace
@@ -44,12 +55,17 @@ std::optional<std::u16string> fromUtf8(std::string_view bytes) {
   for (std::size_t at = 0; at < bytes.size();) {
     const char32_t point = nextCodePoint(bytes, at);
     if (point == Invalid) return std::nullopt;
-    if (point < 0x10000) {
-      text += static_cast<char16_t>(point);
-    } else {
-      text += static_cast<char16_t>(0xD800 + ((point - 0x10000) >> 10));
-      text += static_cast<char16_t>(0xDC00 + ((point - 0x10000) & 0x3FF));
-    }
+    append(text, point);
+  }
+  return text;
+}
+
+std::u16string toUtf16(std::string_view bytes) {
+  std::u16string text;
+  text.reserve(bytes.size());
+  for (std::size_t at = 0; at < bytes.size();) {
+    const char32_t point = nextCodePoint(bytes, at);
+    append(text, point == Invalid ? Replacement : point);
   }
   return text;
 }
@@ -68,7 +84,6 @@ std::optional<std::string> readWholeFile(const std::string& path) {
 }
 
 std::string toUtf8(std::u16string_view text) {
-  constexpr char32_t Replacement = 0xFFFD;
   std::string bytes;
   bytes.reserve(text.size());
   const auto tail = [&](char32_t c, int shift) {

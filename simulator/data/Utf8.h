@@ -9,6 +9,9 @@ namespace simulator {
 /// Nothing when the bytes are no valid UTF-8 (overlong forms and surrogates count as invalid).
 std::optional<std::u16string> fromUtf8(std::string_view bytes);
 
+/// What is no valid UTF-8 becomes U+FFFD.
+std::u16string toUtf16(std::string_view bytes);
+
 /// A lone surrogate becomes U+FFFD.
 std::string toUtf8(std::u16string_view text);
 

@@ -5,9 +5,8 @@
 #include <set>
 #include <stdexcept>
 
-#include <pugixml.hpp>
-
 #include "simulator/data/Utf8.h"
+#include "simulator/outlook/Markup.h"
 
 namespace simulator {
 namespace {
@@ -59,74 +58,27 @@ std::u16string wide(std::string_view text) {
   return fromUtf8(text).value_or(u"");
 }
 
-std::string name(const pugi::xml_node& node) {
-  return node.name();
-}
-
-/// The parser takes an unescaped "&" or "<" in a value and characters that XML does not have.
-void requireWellFormedText(const std::string& value) {
-  constexpr std::string_view References[] = {"&amp;", "&lt;", "&gt;", "&quot;", "&apos;", "&#"};
-  for (std::size_t i = 0; i < value.size(); ++i) {
-    const auto c = static_cast<unsigned char>(value[i]);
-    const auto rest = std::string_view(value).substr(i);
-    const bool reference = std::ranges::any_of(
-        References, [&](std::string_view each) { return rest.starts_with(each); });
-    const bool control = c < 0x20 && c != '\t' && c != '\n' && c != '\r';
-    if ((c == '&' && !reference) || c == '<' || control) {
-      throw Problem("the markup is malformed: \"" + value + "\" is not escaped");
-    }
-  }
-}
-
-/// The element's attributes with their values as they are written.
-void requireKnown(const pugi::xml_node& node) {
+/// The element and everything below it belong where they are, and so do their attributes.
+void requireKnown(const MarkupElement& element, std::string_view parent) {
   const auto known = std::ranges::find_if(Elements, [&](const Element& each) {
-    return each.name == node.name() && each.parent == node.parent().name();
+    return each.name == element.name && each.parent == parent;
   });
   if (known == std::end(Elements)) {
-    throw Problem("unexpected element <" + name(node) + "> in <" + name(node.parent()) + ">");
+    throw Problem("unexpected element <" + element.name + "> in <" + std::string(parent) + ">");
   }
-  std::set<std::string> seen;
-  for (const auto& attribute : node.attributes()) {
-    const std::string attributeName = attribute.name();
-    if (known->attributes.find(" " + attributeName + " ") == std::string_view::npos) {
-      throw Problem("<" + name(node) + "> has an unknown attribute \"" + attributeName + "\"");
+  for (const auto& [name, value] : element.attributes) {
+    if (known->attributes.find(" " + name + " ") == std::string_view::npos) {
+      throw Problem("<" + element.name + "> has an unknown attribute \"" + name + "\"");
     }
-    if (!seen.insert(attributeName).second) {
-      throw Problem("<" + name(node) + "> has \"" + attributeName + "\" twice");
-    }
-    requireWellFormedText(attribute.value());
   }
+  if (element.holdsText) throw Problem("unexpected text in <" + element.name + ">");
+  for (const MarkupElement& child : element.children) requireKnown(child, element.name);
 }
 
-/// Everything below `parent` is an element that belongs there; comments are passed over.
-void requireElements(const pugi::xml_node& parent) {
-  for (const auto& node : parent.children()) {
-    if (node.type() == pugi::node_comment || node.type() == pugi::node_pi ||
-        node.type() == pugi::node_declaration) {
-      continue;
-    }
-    if (node.type() != pugi::node_element) {
-      throw Problem("unexpected text in <" + name(parent) + ">");
-    }
-    requireKnown(node);
-    requireElements(node);
-  }
-}
-
-pugi::xml_document parse(std::u16string_view markup, unsigned int flags) {
-  if (markup.find(u'\0') != std::u16string_view::npos) {
-    throw Problem("the markup is malformed: it holds a character 0");
-  }
-  pugi::xml_document document;
-  const auto result = document.load_buffer(markup.data(), markup.size() * sizeof(char16_t), flags,
-                                           pugi::encoding_utf16);
-  if (!result) {
-    throw Problem("the markup is malformed at character " +
-                  std::to_string(result.offset / static_cast<std::ptrdiff_t>(sizeof(char16_t))) +
-                  ": " + result.description());
-  }
-  return document;
+/// False only for what says so: "0", "false", "no".
+bool isFalse(std::string_view value) {
+  constexpr std::string_view yes = "1tTyY";
+  return !value.empty() && yes.find(value.front()) == std::string_view::npos;
 }
 
 /// Reads markup whose elements and attributes are known ones.
@@ -134,18 +86,16 @@ class Reader {
  public:
   explicit Reader(std::u16string_view ribbonId) : ribbonId_(ribbonId) {}
 
-  RibbonView read(const pugi::xml_document& document) {
-    const auto root = document.child("customUI");
-    if (root.attribute("xmlns").value() != NameSpace) {
+  /// The root has passed the test of its elements: each level has one kind of children or two.
+  RibbonView read(const MarkupElement& root) {
+    if (root.attribute("xmlns") != NameSpace) {
       throw Problem("the root is no customUI of Office 2007");
     }
-    view_.onLoad = wide(root.attribute("onLoad").value());
-    for (const auto& ribbon : root.children("ribbon")) {
-      for (const auto& tabs : ribbon.children("tabs")) {
-        for (const auto& tab : tabs.children("tab")) readTab(tab);
-      }
-      for (const auto& sets : ribbon.children("contextualTabs")) {
-        for (const auto& set : sets.children("tabSet")) readTabSet(set);
+    view_.onLoad = wide(root.attribute("onLoad"));
+    for (const auto& ribbon : root.children) {
+      for (const auto& tabs : ribbon.children) {
+        const bool contextual = tabs.name == "contextualTabs";
+        for (const auto& tab : tabs.children) contextual ? readTabSet(tab) : readTab(tab);
       }
     }
     return std::move(view_);
@@ -159,39 +109,39 @@ class Reader {
     });
   }
 
-  void readTab(const pugi::xml_node& tab) {
-    const std::string builtIn = tab.attribute("idMso").value();
+  void readTab(const MarkupElement& tab) {
+    const std::string builtIn(tab.attribute("idMso"));
     std::string title = builtIn;
     if (builtIn.empty()) {
       ownId(tab);
-      title = tab.attribute("label").value();
+      title = tab.attribute("label");
     } else if (!hasTab(builtIn)) {
       throw Problem("unknown tab \"" + builtIn + "\" in " + toUtf8(ribbonId_));
     }
-    for (const auto& group : tab.children("group")) readGroup(group, wide(title));
+    for (const auto& group : tab.children) readGroup(group, wide(title));
   }
 
-  void readGroup(const pugi::xml_node& group, std::u16string tab) {
+  void readGroup(const MarkupElement& group, std::u16string tab) {
     ownId(group);
-    RibbonGroupView view{std::move(tab), wide(group.attribute("label").value()), {}};
-    for (const auto& button : group.children("button")) {
+    RibbonGroupView view{std::move(tab), wide(group.attribute("label")), {}};
+    for (const auto& button : group.children) {
       const auto id = wide(ownId(button));
-      view.buttons.push_back({id, wide(button.attribute("label").value()), u""});
-      view_.callbacks.push_back({id, wide(button.attribute("onAction").value()),
-                                 wide(button.attribute("getImage").value())});
+      view.buttons.push_back({id, wide(button.attribute("label")), u""});
+      view_.callbacks.push_back(
+          {id, wide(button.attribute("onAction")), wide(button.attribute("getImage"))});
     }
     view_.groups.push_back(std::move(view));
   }
 
-  void readTabSet(const pugi::xml_node& set) {
-    const std::string id = set.attribute("idMso").value();
+  void readTabSet(const MarkupElement& set) {
+    const std::string id(set.attribute("idMso"));
     if (id != TableTools) throw Problem("unknown tab set \"" + id + "\"");
-    if (!set.attribute("visible").as_bool(true)) view_.hiddenTabSets.push_back(wide(id));
+    if (isFalse(set.attribute("visible"))) view_.hiddenTabSets.push_back(wide(id));
   }
 
-  std::string ownId(const pugi::xml_node& node) {
-    std::string id = node.attribute("id").value();
-    if (id.empty()) throw Problem("<" + name(node) + "> has no id");
+  std::string ownId(const MarkupElement& element) {
+    std::string id(element.attribute("id"));
+    if (id.empty()) throw Problem("<" + element.name + "> has no id");
     if (!ids_.insert(id).second) throw Problem("the id \"" + id + "\" is there twice");
     return id;
   }
@@ -205,18 +155,17 @@ class Reader {
 
 RibbonView readRibbon(std::u16string_view markup, std::u16string_view ribbonId) {
   if (markup.empty()) return {};
+  RibbonView none;
   try {
-    // Values as they are written first, to see whether they are well formed.
-    const auto written = parse(markup, pugi::parse_fragment | pugi::parse_comments);
-    requireElements(written);
-    const auto roots = written.children("customUI");
-    if (std::distance(roots.begin(), roots.end()) != 1) throw Problem("there is no single root");
-    return Reader(ribbonId).read(parse(markup, pugi::parse_default));
+    const MarkupElement root = readMarkup(markup);
+    requireKnown(root, "");
+    return Reader(ribbonId).read(root);
+  } catch (const MarkupError& error) {
+    none.problems.push_back(u"the markup is malformed: " + wide(error.what()));
   } catch (const Problem& problem) {
-    RibbonView none;
     none.problems.push_back(wide(problem.what()));
-    return none;
   }
+  return none;
 }
 
 std::u16string_view ribbonIdOf(ObjectClass kind, bool sent) {

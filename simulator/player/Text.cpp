@@ -5,46 +5,8 @@
 namespace scenario {
 namespace {
 
-constexpr char32_t Replacement = 0xFFFD;
-
 bool isContinuation(unsigned char byte) {
   return (byte & 0xC0) == 0x80;
-}
-
-/// Decodes the character at `at` and moves `at` behind it.
-char32_t decode(std::string_view utf8, std::size_t& at) {
-  const auto first = static_cast<unsigned char>(utf8[at++]);
-  if (first < 0x80) return first;
-  const int following = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
-  if (first < 0xC2 || first > 0xF4) return Replacement;
-  char32_t value = first & (0x3Fu >> following);
-  for (int i = 0; i < following; ++i) {
-    if (at >= utf8.size() || !isContinuation(static_cast<unsigned char>(utf8[at])))
-      return Replacement;
-    value = value << 6 | (static_cast<unsigned char>(utf8[at++]) & 0x3Fu);
-  }
-  constexpr char32_t smallest[] = {0, 0x80, 0x800, 0x10000};
-  const bool surrogate = value >= 0xD800 && value <= 0xDFFF;
-  return value < smallest[following] || value > 0x10FFFF || surrogate ? Replacement : value;
-}
-
-void encode(std::string& out, char32_t c) {
-  const auto put = [&out](char32_t byte) { out += static_cast<char>(byte); };
-  if (c < 0x80) {
-    put(c);
-  } else if (c < 0x800) {
-    put(0xC0 | c >> 6);
-    put(0x80 | (c & 0x3F));
-  } else if (c < 0x10000) {
-    put(0xE0 | c >> 12);
-    put(0x80 | (c >> 6 & 0x3F));
-    put(0x80 | (c & 0x3F));
-  } else {
-    put(0xF0 | c >> 18);
-    put(0x80 | (c >> 12 & 0x3F));
-    put(0x80 | (c >> 6 & 0x3F));
-    put(0x80 | (c & 0x3F));
-  }
 }
 
 char16_t lower(char16_t c) {
@@ -64,36 +26,6 @@ char16_t lower(char16_t c) {
 }
 
 }  // namespace
-
-std::u16string toUtf16(std::string_view utf8) {
-  std::u16string text;
-  text.reserve(utf8.size());
-  for (std::size_t at = 0; at < utf8.size();) {
-    const char32_t c = decode(utf8, at);
-    if (c < 0x10000) {
-      text += static_cast<char16_t>(c);
-    } else {
-      text += static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10));
-      text += static_cast<char16_t>(0xDC00 + ((c - 0x10000) & 0x3FF));
-    }
-  }
-  return text;
-}
-
-std::string toUtf8(std::u16string_view text) {
-  std::string utf8;
-  utf8.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    char32_t c = text[i];
-    if (c >= 0xD800 && c <= 0xDFFF) {
-      const bool pair =
-          c <= 0xDBFF && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF;
-      c = pair ? 0x10000 + ((c - 0xD800) << 10) + (text[++i] - 0xDC00u) : Replacement;
-    }
-    encode(utf8, c);
-  }
-  return utf8;
-}
 
 std::u16string folded(std::u16string_view text) {
   std::u16string result(text);

@@ -3,12 +3,13 @@
 #include <string>
 #include <string_view>
 
-/// Texts of scenarios: the edges where UTF-8 meets UTF-16, and comparison as a typist expects it.
+#include "simulator/data/Utf8.h"
+
+/// Texts of scenarios: comparison as a typist expects it, and what is shown in a line.
 namespace scenario {
 
-/// Ill-formed input becomes U+FFFD in both directions.
-std::u16string toUtf16(std::string_view utf8);
-std::string toUtf8(std::u16string_view text);
+using simulator::toUtf16;
+using simulator::toUtf8;
 
 /// Lower case of the letters of Latin-1, Latin Extended-A, Greek and Cyrillic; the rest unchanged.
 std::u16string folded(std::u16string_view text);

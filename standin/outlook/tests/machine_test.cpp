@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
+#include "simulator/outlook/Markup.h"
 #include "standin/outlook/AddinEntry.h"
 #include "standin/outlook/HostPictures.h"
 #include "standin/outlook/RegistryKeeper.h"
 #include "standin/outlook/TraceTail.h"
-#include "standin/outlook/markup/Markup.h"
 #include "windows/com/text.h"
 
 namespace {
@@ -110,23 +110,19 @@ TEST(HostPictures, TellsPicturesApartByWhatIsOnThem) {
 }
 
 TEST(Markup, ReadsElementsAndRefusesWhatIsNotWellFormed) {
-  const auto good = standin::readMarkup(
-      u"<a xmlns=\"urn:x\" label=\"Sm\u00efth &amp; S\u00f6hne\"><!-- no --><b/><b c=\"1\"/></a>",
-      true);
-  ASSERT_TRUE(good.document);
-  const auto& root = *good.document->children.at(0);
+  const simulator::MarkupElement root = simulator::readMarkup(
+      u"<a xmlns=\"urn:x\" label=\"Sm\u00efth &amp; S\u00f6hne\"><!-- no --><b/><b c=\"1\"/></a>");
   EXPECT_EQ(root.name, "a");
   EXPECT_EQ(root.attributes.at(0), (std::pair<std::string, std::string>("xmlns", "urn:x")));
-  EXPECT_EQ(root.attributes.at(1).second, "Sm\xc3\xafth & S\xc3\xb6hne");
+  EXPECT_EQ(root.attribute("label"), "Sm\xc3\xafth & S\xc3\xb6hne");
+  EXPECT_EQ(root.attribute("c"), "");
+  EXPECT_FALSE(root.holdsText);
   ASSERT_EQ(root.children.size(), 2u);
   // A name space holds for what is inside; it is declared once.
-  EXPECT_EQ(root.children[1]->attributes.size(), 1u);
-  EXPECT_EQ(root.children[1]->parent, &root);
-  for (const char16_t* bad : {u"<a>", u"<a b=\"&\"/>", u"<a/><b/>", u"text"}) {
-    const auto refused = standin::readMarkup(bad, true);
-    EXPECT_FALSE(refused.document);
-    EXPECT_FALSE(refused.problem.empty());
-  }
+  EXPECT_EQ(root.children[1].attributes.size(), 1u);
+  EXPECT_TRUE(simulator::readMarkup(u"<a><b/>text</a>").holdsText);
+  for (const char16_t* bad : {u"<a>", u"<a b=\"&\"/>", u"<a/><b/>", u"text"})
+    EXPECT_THROW(simulator::readMarkup(bad), simulator::MarkupError);
 }
 
 }  // namespace
