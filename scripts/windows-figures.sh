@@ -6,7 +6,7 @@ set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 tr -d '\r' <"${BUILD_WINDOWS:-$root/build/windows}/Testing/Temporary/LastTest.log" | awk '
   /^[0-9]+\/[0-9]+ Test: / { measured = /Test: (Endurance|StartUpCost)\./; output = 0; next }
-  /^<end of output>/ { output = 0 }
+  /^Test (Passed|Failed)\.|^<end of output>/ { measured = 0 }
   measured && output && !/^(\[|Note:|Running|$)/ { print }
   /^-----/ { output = 1 }
 '

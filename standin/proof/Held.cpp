@@ -45,12 +45,12 @@ Held::Held(standin::Session& session)
 }
 
 std::string Held::line() const {
-  return "handles " + std::to_string(handles) + ", kernel mark " + std::to_string(kernel) +
-         ", USER mark " + std::to_string(user) + ", GDI mark " + std::to_string(gdi) +
-         ", windows " + std::to_string(windows) + ", private KB " +
-         std::to_string(privateBytes / 1024) + ", heap bytes " + std::to_string(heapBytes) +
-         ", host objects held " + std::to_string(exported) + ", COM objects " +
-         std::to_string(objects) + ", subscriptions " + std::to_string(sinks);
+  const std::string counted = handles != 0 ? "handles " + std::to_string(handles) + ", " : "";
+  return counted + "kernel mark " + std::to_string(kernel) + ", USER mark " + std::to_string(user) +
+         ", GDI mark " + std::to_string(gdi) + ", windows " + std::to_string(windows) +
+         ", private KB " + std::to_string(privateBytes / 1024) + ", heap bytes " +
+         std::to_string(heapBytes) + ", host objects held " + std::to_string(exported) +
+         ", COM objects " + std::to_string(objects) + ", subscriptions " + std::to_string(sinks);
 }
 
 }  // namespace proof
