@@ -1,5 +1,6 @@
 #include "windows/server/runtimeLibrary.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 
@@ -23,21 +24,38 @@ class Given {
   }
   template <class Release>
   void takeBack(Release release) noexcept {
-    for (LONG i = 0; i < count_ && i < static_cast<LONG>(items_.size()); ++i) {
-      release(items_[static_cast<std::size_t>(i)]);
+    takenBack_ = true;
+    for (const Item& item : items_) {
+      if (item != Item{}) release(item);
     }
-    count_ = 0;
+  }
+  /// The library gives an item back itself. False for one that was taken back before.
+  bool returned(Item item) noexcept {
+    const auto found = std::ranges::find(items_, item);
+    if (item == Item{} || found == items_.end()) return true;
+    *found = {};
+    return !takenBack_;
   }
 
  private:
   std::array<Item, 16> items_{};
   LONG count_ = 0;
+  bool takenBack_ = false;
 };
 
 constinit Given<HANDLE> semaphores;
+/// Each slot and 1, as the first one is 0.
 constinit Given<DWORD> threadSlots;
 
+/// A function of the system that its name would lead back here.
+template <class Function>
+Function* systemFunction(const char* name) noexcept {
+  return reinterpret_cast<Function*>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), name)));
+}
+
 using CreateSemaphoreFunction = HANDLE WINAPI(SECURITY_ATTRIBUTES*, LONG, LONG, const wchar_t*);
+using CloseHandleFunction = BOOL WINAPI(HANDLE);
 using TlsAllocFunction = DWORD WINAPI();
 
 HANDLE WINAPI makeSemaphore(SECURITY_ATTRIBUTES*, LONG initial, LONG maximum, const wchar_t*) {
@@ -46,20 +64,25 @@ HANDLE WINAPI makeSemaphore(SECURITY_ATTRIBUTES*, LONG initial, LONG maximum, co
   return semaphore;
 }
 
+/// The library closes some of its semaphores when its own objects end, after they were taken back.
+/// By then the host may have been given the same handle.
+BOOL WINAPI closeHandle(HANDLE handle) {
+  if (!semaphores.returned(handle)) return TRUE;
+  return systemFunction<CloseHandleFunction>("CloseHandle")(handle);
+}
+
 DWORD WINAPI makeThreadSlot() {
-  // By its name it would lead back here.
-  auto* const address =
-      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "TlsAlloc"));
-  const DWORD slot = reinterpret_cast<TlsAllocFunction*>(address)();
-  if (slot != TLS_OUT_OF_INDEXES) threadSlots.add(slot);
+  const DWORD slot = systemFunction<TlsAllocFunction>("TlsAlloc")();
+  if (slot != TLS_OUT_OF_INDEXES) threadSlots.add(slot + 1);
   return slot;
 }
 
 }  // namespace
 
 void releaseRuntimeLibrary() noexcept {
-  semaphores.takeBack([](HANDLE semaphore) { CloseHandle(semaphore); });
-  threadSlots.takeBack([](DWORD slot) { TlsFree(slot); });
+  semaphores.takeBack(
+      [](HANDLE semaphore) { systemFunction<CloseHandleFunction>("CloseHandle")(semaphore); });
+  threadSlots.takeBack([](DWORD slot) { TlsFree(slot - 1); });
   __gnu_cxx::__freeres();
 }
 
@@ -69,6 +92,8 @@ extern CreateSemaphoreFunction* const importedCreateSemaphore __asm__("__imp__Cr
 CreateSemaphoreFunction* const importedCreateSemaphore = &makeSemaphore;
 extern TlsAllocFunction* const importedTlsAlloc __asm__("__imp__TlsAlloc@0");
 TlsAllocFunction* const importedTlsAlloc = &makeThreadSlot;
+extern CloseHandleFunction* const importedCloseHandle __asm__("__imp__CloseHandle@4");
+CloseHandleFunction* const importedCloseHandle = &closeHandle;
 }
 
 }  // namespace windows

@@ -175,5 +175,15 @@ TEST(Unloading, LeavesNoHandleBehind) {
   ExportTypes::clear();
 }
 
+TEST(Unloading, ClosesNothingTwice) {
+  // Between the two, a thread of the host may have been given the same handle.
+  auto dll = std::make_optional<Dll>();
+  EXPECT_NE(dll->create(CLSID_VelnorCmds).get(), nullptr);
+  SetLastError(NO_ERROR);
+  dll.reset();
+  EXPECT_NE(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));
+  EXPECT_EQ(GetModuleHandleA(CXOL_DLL), nullptr);
+}
+
 }  // namespace
 }  // namespace windows
