@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <string_view>
 
 #include "windows/com/api.h"
 
@@ -57,6 +58,7 @@ Function* systemFunction(const char* name) noexcept {
 using CreateSemaphoreFunction = HANDLE WINAPI(SECURITY_ATTRIBUTES*, LONG, LONG, const wchar_t*);
 using CloseHandleFunction = BOOL WINAPI(HANDLE);
 using TlsAllocFunction = DWORD WINAPI();
+using GetModuleHandleFunction = HMODULE WINAPI(const char*);
 
 HANDLE WINAPI makeSemaphore(SECURITY_ATTRIBUTES*, LONG initial, LONG maximum, const wchar_t*) {
   const HANDLE semaphore = CreateSemaphoreA(nullptr, initial, maximum, nullptr);
@@ -77,6 +79,15 @@ DWORD WINAPI makeThreadSlot() {
   return slot;
 }
 
+/// Another module of the process may have brought the library as a DLL. The compiler's start code
+/// would then register there what is needed to catch exceptions, where our own copy of the library
+/// does not look: the first exception would end the host.
+HMODULE WINAPI findModule(const char* name) {
+  constexpr std::string_view SharedLibrary = "libgcc_s_dw2-1.dll";
+  if (name && name == SharedLibrary) return nullptr;
+  return systemFunction<GetModuleHandleFunction>("GetModuleHandleA")(name);
+}
+
 }  // namespace
 
 void releaseRuntimeLibrary() noexcept {
@@ -86,7 +97,7 @@ void releaseRuntimeLibrary() noexcept {
   __gnu_cxx::__freeres();
 }
 
-// These stand in the place of the imports through which the library calls.
+// These stand in the place of the imports through which the library and the start code call.
 extern "C" {
 extern CreateSemaphoreFunction* const importedCreateSemaphore __asm__("__imp__CreateSemaphoreW@16");
 CreateSemaphoreFunction* const importedCreateSemaphore = &makeSemaphore;
@@ -94,6 +105,8 @@ extern TlsAllocFunction* const importedTlsAlloc __asm__("__imp__TlsAlloc@0");
 TlsAllocFunction* const importedTlsAlloc = &makeThreadSlot;
 extern CloseHandleFunction* const importedCloseHandle __asm__("__imp__CloseHandle@4");
 CloseHandleFunction* const importedCloseHandle = &closeHandle;
+extern GetModuleHandleFunction* const importedGetModuleHandle __asm__("__imp__GetModuleHandleA@4");
+GetModuleHandleFunction* const importedGetModuleHandle = &findModule;
 }
 
 }  // namespace windows

@@ -185,5 +185,15 @@ TEST(Unloading, ClosesNothingTwice) {
   EXPECT_EQ(GetModuleHandleA(CXOL_DLL), nullptr);
 }
 
+TEST(Loading, CatchesItsErrorsBesideASharedRuntimeLibrary) {
+  Library shared("libgcc_s_dw2-1.dll");
+  ASSERT_TRUE(shared.load());
+  const Dll dll;
+  const auto commands = dll.create(CLSID_VelnorCmds);
+  const auto dual = commands.as<DefaultVelnorCmds>(IID_DefaultVelnorCmds);
+  const Variant number = variantOf(7);
+  EXPECT_TRUE(FAILED(dual->Drop(number.get(), Variant().get()))) << "a number is no control";
+}
+
 }  // namespace
 }  // namespace windows
