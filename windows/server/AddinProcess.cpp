@@ -2,6 +2,8 @@
 
 #include "platform/velnor.h"
 #include "windows/com/EntryHold.h"
+#include "windows/com/Lock.h"
+#include "windows/com/errors.h"
 #include "windows/server/Module.h"
 
 namespace windows {
@@ -16,9 +18,22 @@ std::weak_ptr<AddinProcess>& current() {
   return process;
 }
 
+/// The thread whose objects hold the process.
+DWORD ownerThread = 0;
+
+Lock& acquireLock() {
+  static Lock lock;
+  return lock;
+}
+
 }  // namespace
 
 std::shared_ptr<AddinProcess> AddinProcess::acquire() {
+  const Locked locked(acquireLock());
+  const DWORD thread = GetCurrentThreadId();
+  // Asked before it is held: a foreign thread must not be the last one to let it go.
+  if (!current().expired() && ownerThread != thread) check(RPC_E_WRONG_THREAD);
+  ownerThread = thread;
   auto process = current().lock();
   if (!process) {
     process = std::make_shared<AddinProcess>();

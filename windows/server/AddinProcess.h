@@ -11,7 +11,8 @@ namespace windows {
 /// last. Each object of the DLL's classes holds it.
 class AddinProcess {
  public:
-  /// Begins it when no object holds it yet.
+  /// Begins it when no object holds it yet. Raises an error while objects of another thread hold
+  /// it: Outlook's objects, timers and windows belong to that thread.
   static std::shared_ptr<AddinProcess> acquire();
 
   /// For `acquire` only.

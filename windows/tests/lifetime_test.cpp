@@ -8,6 +8,7 @@
 #include "windows/services/Library.h"
 #include "windows/tests/HandleMarks.h"
 #include "windows/tests/ServerFixture.h"
+#include "windows/tests/ServerThread.h"
 
 namespace windows {
 namespace {
@@ -183,6 +184,29 @@ TEST(Unloading, ClosesNothingTwice) {
   dll.reset();
   EXPECT_NE(GetLastError(), static_cast<DWORD>(ERROR_INVALID_HANDLE));
   EXPECT_EQ(GetModuleHandleA(CXOL_DLL), nullptr);
+}
+
+TEST(Loading, ServesOneThreadAtATime) {
+  const Dll dll;
+  ServerThread other;
+  const auto createThere = [&] {
+    automation::Error error(0, u"");
+    other.run([&] {
+      try {
+        dll.create(CLSID_VelnorCmds);
+      } catch (const automation::Error& raised) {
+        error = raised;
+      }
+    });
+    return error.number();
+  };
+  auto connect = dll.create(CLSID_Connect);
+  // Its commands would use objects of Outlook that belong to this thread.
+  EXPECT_EQ(createThere(), RPC_E_WRONG_THREAD);
+  EXPECT_NE(dll.create(CLSID_VelnorCmds).get(), nullptr);
+  connect.reset();
+  EXPECT_EQ(createThere(), 0);
+  EXPECT_EQ(dll.call("DllCanUnloadNow"), S_OK);
 }
 
 TEST(Loading, CatchesItsErrorsBesideASharedRuntimeLibrary) {
