@@ -20,7 +20,7 @@ Process::~Process() {
   }
   // Wrappers may look at the globals while they go away.
   *globals_ = Globals();
-  current = nullptr;
+  if (current == globals_.get()) current = nullptr;
 }
 
 Globals& globals() {

@@ -12,7 +12,8 @@ Runtime::Runtime(const platform::Platform& services) : platform(services) {
 }
 
 Runtime::~Runtime() {
-  current = nullptr;
+  // The next one may have begun already.
+  if (current == this) current = nullptr;
 }
 
 Runtime& runtime() {

@@ -59,6 +59,7 @@ class Endurance : public ProofDesk {
   template <class Action>
   void endure(const std::string& what, int times, const Action& action, std::size_t allowance = 0) {
     for (int i = 0; i < WarmUp; ++i) action();
+    windows::HandleMarks::settled();
     const Held before(session);
     for (int i = 0; i < times; ++i) action();
     const Held after(session);

@@ -29,8 +29,11 @@ class ComBase : public Interface {
   }
   ULONG STDMETHODCALLTYPE Release() override {
     const LONG left = InterlockedDecrement(&references_);
-    if (left == 0) delete this;
-    return static_cast<ULONG>(left);
+    if (left != 0) return static_cast<ULONG>(left);
+    // Who takes and drops a reference while the object goes must not delete it once more.
+    references_ = Going;
+    delete this;
+    return 0;
   }
 
  protected:
@@ -51,6 +54,7 @@ class ComBase : public Interface {
   }
 
  private:
+  static constexpr LONG Going = 1 << 30;
   LONG references_ = 1;
 };
 

@@ -161,10 +161,28 @@ Variant variantOf(const Value& value) {
   return variant;
 }
 
+namespace {
+
+/// An array that was made by hand need not know its type; its features tell what it holds.
+VARTYPE elementTypeOf(SAFEARRAY* array) {
+  VARTYPE type = VT_EMPTY;
+  const HRESULT known = SafeArrayGetVartype(array, &type);
+  if (SUCCEEDED(known)) return type;
+  constexpr std::pair<USHORT, VARTYPE> Features[] = {{FADF_BSTR, VT_BSTR},
+                                                     {FADF_VARIANT, VT_VARIANT},
+                                                     {FADF_DISPATCH, VT_DISPATCH},
+                                                     {FADF_UNKNOWN, VT_UNKNOWN}};
+  for (const auto& [feature, held] : Features)
+    if ((array->fFeatures & feature) != 0) return held;
+  check(known);
+  return type;
+}
+
+}  // namespace
+
 Array elementsOf(SAFEARRAY* array) {
   if (!array) return {};
-  VARTYPE type = VT_EMPTY;
-  check(SafeArrayGetVartype(array, &type));
+  const VARTYPE type = elementTypeOf(array);
   if (SafeArrayGetDim(array) != 1) throw automation::Error(ErrorNumber::TypeMismatch);
   LONG first = 0;
   LONG last = 0;

@@ -107,8 +107,11 @@ HRESULT connectInvoke(ConnectFamily family, cxol::Connect& connect, DISPID id, W
   return guarded([&]() -> HRESULT {
     for (const Method& method : Methods) {
       if (idIn(family, method) != id) continue;
-      const Value value = method.carryOut(connect, CallArguments(*params));
-      if (result) *result = variantOf(value).detach();
+      // The host switches an add-in off that fails it, be it by a wrong argument of the host's own.
+      guardedQuietly([&] {
+        const Value value = method.carryOut(connect, CallArguments(*params));
+        if (result) *result = variantOf(value).detach();
+      });
       return S_OK;
     }
     return DISP_E_MEMBERNOTFOUND;

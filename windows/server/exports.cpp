@@ -29,12 +29,13 @@ STDAPI DllCanUnloadNow() {
 }
 
 STDAPI DllRegisterServer() {
+  const bool before = windows::isRegistered();
   const HRESULT result = windows::guarded([] {
     windows::registerServer();
     return S_OK;
   });
-  // Half a registration is worse than none.
-  if (FAILED(result)) windows::guardedQuietly([] { windows::unregisterServer(); });
+  // Half a registration is worse than none, but what was there before may be in use.
+  if (FAILED(result) && !before) windows::guardedQuietly([] { windows::unregisterServer(); });
   return result;
 }
 

@@ -98,6 +98,16 @@ void removeEmptyParents() {
 
 }  // namespace
 
+bool isRegistered() noexcept {
+  bool registered = false;
+  guardedQuietly([&] {
+    Registry registry;
+    registered =
+        !RegOp(registry, RegistryRoot::ClassesRoot, classKey(Classes[0])).subkeyNames().empty();
+  });
+  return registered;
+}
+
 void registerServer() {
   for (const auto& registered : Classes) registerClass(registered);
   auto path = Module::path();

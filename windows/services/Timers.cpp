@@ -18,7 +18,7 @@ Timers::Timers() {
 
 Timers::~Timers() {
   for (const auto& [id, tick] : ticks_) KillTimer(nullptr, id);
-  current = nullptr;
+  if (current == this) current = nullptr;
   guardedQuietly([this] { dropPending(); });
 }
 

@@ -12,6 +12,19 @@ struct HandleMarks {
   int user;
   int gdi;
 
+  /// Windows of other programs count as well: waits until none comes or goes, five seconds at most.
+  static HandleMarks settled() {
+    constexpr DWORD Step = 250;
+    HandleMarks marks;
+    for (int i = 0; i < 20; ++i) {
+      Sleep(Step);
+      const HandleMarks next;
+      if (next.user == marks.user) return next;
+      marks = next;
+    }
+    return marks;
+  }
+
   HandleMarks() {
     const HANDLE event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
     // The lowest two bits are free for programs.

@@ -163,6 +163,7 @@ TEST(Unloading, LeavesNoHandleBehind) {
   killLateTimers();
   for (int i = 0; i < 3; ++i) run();
   EXPECT_EQ(GetModuleHandleA(CXOL_DLL), nullptr);
+  HandleMarks::settled();
   const Held before;
   for (int i = 0; i < 50; ++i) run();
   const Held after;

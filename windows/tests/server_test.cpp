@@ -86,6 +86,9 @@ TEST_F(Server, NothingOutlookGivesMakesAnEventFail) {
   EXPECT_EQ(events->OnStartupComplete(nullptr), S_OK);
   EXPECT_EQ(events->OnDisconnection(9, nullptr), S_OK);
   EXPECT_EQ(events->OnDisconnection(9, nullptr), S_OK);
+  // By number, with what is none, and with too little.
+  EXPECT_EQ(invoke(connect.get(), 1, {u"no object", u"no number", Object(), {}}), S_OK);
+  EXPECT_EQ(invoke(connect.get(), 2, {}), S_OK);
 }
 
 TEST_F(Server, TheRibbonIsServed) {

@@ -123,6 +123,18 @@ TEST(Values, ReadArraysOfAnyTypeAndBound) {
   EXPECT_EQ(printed(Value(elementsOf(numbers.get()))), "[int 0, int 0, int 0]");
   EXPECT_TRUE(elementsOf(nullptr).empty());
 
+  // Made by hand, as by a library of the old days: it does not know its type.
+  SAFEARRAY* made = nullptr;
+  ASSERT_EQ(SafeArrayAllocDescriptor(1, &made), S_OK);
+  made->fFeatures = FADF_BSTR;
+  made->cbElements = sizeof(BSTR);
+  made->rgsabound[0] = {1, 0};
+  ASSERT_EQ(SafeArrayAllocData(made), S_OK);
+  auto byHand = SafeArray::attach(made);
+  LONG first = 0;
+  ASSERT_EQ(SafeArrayPutElement(made, &first, Bstr(u"seven").get()), S_OK);
+  EXPECT_EQ(printed(Value(elementsOf(made))), "[\"seven\"]");
+
   SAFEARRAYBOUND table[] = {{2, 0}, {2, 0}};
   auto square = SafeArray::attach(SafeArrayCreate(VT_I4, 2, table));
   EXPECT_THROW(elementsOf(square.get()), automation::Error);
