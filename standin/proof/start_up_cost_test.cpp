@@ -5,6 +5,7 @@
 
 #include "standin/outlook/ComAddin.h"
 #include "standin/proof/ProofDesk.h"
+#include "windows/services/Library.h"
 
 namespace proof {
 namespace {
@@ -36,6 +37,8 @@ double median(std::vector<double> times) {
 
 class StartUpCost : public ProofDesk {
  protected:
+  StartUpCost() { EXPECT_TRUE(shell_.load()); }
+
   /// From the creation of the add-in, which loads its DLL, to the end of start-up completion.
   double startWith(std::u16string_view progId) {
     simulator::OutlookHost host(session.mailbox(), {}, session.bars(), session.boundary(), {});
@@ -52,6 +55,10 @@ class StartUpCost : public ProofDesk {
     CoFreeUnusedLibrariesEx(0, 0);
     return end - begin;
   }
+
+ private:
+  /// Outlook has it loaded long before its add-ins.
+  windows::Library shell_{"shell32.dll"};
 };
 
 TEST_F(StartUpCost, ComparedToAnAddinThatDoesNothing) {
