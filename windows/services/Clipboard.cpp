@@ -30,6 +30,8 @@ void Clipboard::clear() {
 }
 
 void Clipboard::set(HBITMAP bitmap) {
+  // It takes data from the one who has emptied it.
+  clear();
   const HANDLE copy = CopyImage(bitmap, IMAGE_BITMAP, 0, 0, 0);
   // From here on the clipboard owns the copy.
   if (copy && SetClipboardData(CF_BITMAP, copy)) return;

@@ -14,7 +14,7 @@ class Clipboard {
   Clipboard& operator=(const Clipboard&) = delete;
 
   void clear();
-  /// Puts a copy of the bitmap beside what is there; raises an error when that fails.
+  /// Puts a copy of the bitmap in the place of what is there; raises an error when that fails.
   void set(HBITMAP bitmap);
 
  private:
