@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "demo/NativeAddin.h"
-#include "simulator/machine/dates.h"
+#include "simulator/player/hostServices.h"
 
 namespace tests {
 namespace {
@@ -62,12 +62,8 @@ void World::start(std::u16string_view version) {
   simulator::OutlookOptions options;
   options.version = version;
   options.wordIsMailEditor = wordIsMailEditor;
-  simulator::OutlookServices services;
-  services.clipboard = [this] { return machine.pictures.clipboardPicture(); };
-  services.parseDate = [this](std::u16string_view text) {
-    return simulator::parseShortDate(machine.language.langId(), text);
-  };
-  host = std::make_unique<simulator::OutlookHost>(mailbox, options, bars, boundary, services);
+  host = std::make_unique<simulator::OutlookHost>(mailbox, options, bars, boundary,
+                                                  simulator::hostServices(machine));
   host->start(addin.get());
 }
 

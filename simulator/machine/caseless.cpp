@@ -3,21 +3,19 @@
 namespace simulator {
 namespace {
 
-struct Range {
-  char16_t first;
-  char16_t last;
-  char16_t distance;  // from an upper-case letter to its lower-case one
-};
-
-constexpr Range Ranges[] = {
-    {u'A', u'Z', 32},   {0xC0, 0xD6, 32},   {0xD8, 0xDE, 32},   {0x391, 0x3A1, 32},
-    {0x3A3, 0x3AB, 32}, {0x400, 0x40F, 80}, {0x410, 0x42F, 32},
-};
-
 char16_t lower(char16_t c) {
-  for (const Range& range : Ranges) {
-    if (c >= range.first && c <= range.last) return static_cast<char16_t>(c + range.distance);
-  }
+  const auto offset = [c](int by) { return static_cast<char16_t>(c + by); };
+  if (c >= u'A' && c <= u'Z') return offset(32);
+  if (c < 0xC0) return c;
+  if (c <= 0xDE) return c == 0xD7 ? c : offset(32);
+  const bool evenPairs = (c >= 0x100 && c <= 0x137) || (c >= 0x14A && c <= 0x177);
+  if (evenPairs) return c == 0x130 || c == 0x131 ? c : static_cast<char16_t>(c | 1);
+  const bool oddPairs = (c >= 0x139 && c <= 0x148) || (c >= 0x179 && c <= 0x17E);
+  if (oddPairs) return c % 2 ? offset(1) : c;
+  if (c == 0x178) return 0xFF;
+  if (c >= 0x391 && c <= 0x3AB) return offset(32);
+  if (c >= 0x410 && c <= 0x42F) return offset(32);
+  if (c >= 0x400 && c <= 0x40F) return offset(80);
   return c;
 }
 

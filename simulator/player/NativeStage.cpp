@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "simulator/machine/dates.h"
 #include "simulator/player/NativeTrace.h"
+#include "simulator/player/hostServices.h"
 
 namespace scenario {
 namespace {
@@ -74,16 +74,11 @@ void NativeStage::settle() {
 
 void NativeStage::startOutlook(std::u16string_view version) {
   if (host_) refuse("Outlook runs already");
-  simulator::OutlookServices services;
-  services.clipboard = [this] { return machine_.pictures.clipboardPicture(); };
-  services.parseDate = [this](std::u16string_view text) {
-    return simulator::parseShortDate(machine_.language.langId(), text);
-  };
   simulator::OutlookOptions options;
   options.version = version;
   options.wordIsMailEditor = wordMail();
   host_ = std::make_unique<simulator::OutlookHost>(mailbox_, options, bars_, boundary_,
-                                                   std::move(services));
+                                                   simulator::hostServices(machine_));
   if (addinOn_) addin_ = makeAddin_(services_);
   host_->start(addin_.get());
 }

@@ -4,15 +4,14 @@
 #include <string_view>
 
 #include "simulator/data/Utf8.h"
+#include "simulator/machine/caseless.h"
 
 /// Texts of scenarios: comparison as a typist expects it, and what is shown in a line.
 namespace scenario {
 
+using simulator::folded;
 using simulator::toUtf16;
 using simulator::toUtf8;
-
-/// Lower case of the letters of Latin-1, Latin Extended-A, Greek and Cyrillic; the rest unchanged.
-std::u16string folded(std::u16string_view text);
 
 std::u16string_view trimmed(std::u16string_view text);
 
