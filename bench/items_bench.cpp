@@ -11,15 +11,10 @@ namespace {
 using outlook::ObjectClass;
 using tests::World;
 
-void quiet(World& world) {
-  world.machine.registry.setString(tests::RegistryRoot::CurrentUser, u"Software\\K9T\\Logging",
-                                   u"LogFile", u"0");
-}
-
 /// `range` 0: the same item again; 1: another one.
 void selectionChange(benchmark::State& state) {
   World world;
-  quiet(world);
+  world.switchTrace(false);
   for (const char16_t* id : {u"Meier", u"Smith"}) world.addContact(id);
   world.startWithToolbar();
   world.select(u"Contacts", u"Meier");
@@ -36,7 +31,7 @@ BENCHMARK(selectionChange)->Arg(0)->Arg(1);
 /// `range` 0: contact with one number; 1: mail; 2: task.
 void dialClick(benchmark::State& state) {
   World world;
-  quiet(world);
+  world.switchTrace(false);
   world.addContact(u"one", {{u"HomeTelephoneNumber", u"1"}});
   auto& mail = world.add(u"Inbox", ObjectClass::Mail, u"mail");
   mail.mapi.telephoneNames = {u"Smith"};
@@ -82,7 +77,7 @@ void evaluate(benchmark::State& state, std::int64_t items) {
 
 /// `range` contacts, all of them selected.
 void selectContacts(World& world, benchmark::State& state) {
-  quiet(world);
+  world.switchTrace(false);
   for (std::int64_t i = 0; i < state.range(0); ++i) {
     world.addContact(u"c" + automation::Value(static_cast<std::int32_t>(i)).toText());
   }
@@ -139,7 +134,7 @@ BENCHMARK(holdTexts)->Arg(1'000)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMi
 
 void evaluateRecipients(benchmark::State& state) {
   World world;
-  quiet(world);
+  world.switchTrace(false);
   auto& mail = world.add(u"Inbox", ObjectClass::Mail, u"mail");
   mail.mapi.receivedBy = u"me";
   mail.mapi.recipients[0].assign(static_cast<std::size_t>(state.range(0)), u"someone@example.org");

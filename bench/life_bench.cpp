@@ -31,16 +31,10 @@ class EmptyAddin : public simulator::Addin {
   }
 };
 
-/// The trace is off, as it is at a user's.
-void quiet(World& world) {
-  world.machine.registry.setString(tests::RegistryRoot::CurrentUser, u"Software\\K9T\\Logging",
-                                   u"LogFile", u"0");
-}
-
 /// From the creation of the add-in's object to the end of start-up completion.
 void startUp(benchmark::State& state) {
   World world;
-  quiet(world);
+  world.switchTrace(false);
   for (auto _ : state) {
     world.start();
     state.PauseTiming();
@@ -76,7 +70,7 @@ void toolbar(benchmark::State& state) {
   for (auto _ : state) {
     state.PauseTiming();
     World world;
-    quiet(world);
+    world.switchTrace(false);
     world.bars.explorers = bars[state.range(0)];
     world.start();
     world.machine.advance(20'000);
@@ -92,7 +86,7 @@ BENCHMARK(toolbar)->DenseRange(0, 2);
 /// One tick over 50 explorers and 200 inspectors.
 void idleTick(benchmark::State& state) {
   World world;
-  quiet(world);
+  world.switchTrace(false);
   fillContacts(world, 200);
   world.startWithToolbar();
   for (int i = 1; i < 50; ++i) world.host->openExplorer();
@@ -107,7 +101,7 @@ BENCHMARK(idleTick);
 /// An inspector opening and closing while so many others are open.
 void inspectorAmongOthers(benchmark::State& state) {
   World world;
-  quiet(world);
+  world.switchTrace(false);
   const auto others = static_cast<int>(state.range(0));
   fillContacts(world, others + 1);
   world.start();
@@ -139,7 +133,7 @@ BENCHMARK(inspectorAmongOthersEmptyAddin)
 
 void ribbonMarkup(benchmark::State& state) {
   World world;
-  quiet(world);
+  world.switchTrace(false);
   fillContacts(world, 1);
   world.start(u"12.0.4518.1014");
   world.host->openItem(u"c0");

@@ -15,8 +15,7 @@ void bytesPerWindow(benchmark::State& state) {
   double bytes = 0;
   for (auto _ : state) {
     tests::World world;
-    world.machine.registry.setString(tests::RegistryRoot::CurrentUser, u"Software\\K9T\\Logging",
-                                     u"LogFile", u"0");
+    world.switchTrace(false);
     for (int i = 0; i < Windows; ++i) {
       world.addContact(u"c" + automation::Value(i).toText());
     }

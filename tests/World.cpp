@@ -32,8 +32,7 @@ std::optional<int> Chooser::popup(const std::vector<platform::PopupEntry>& menu,
 
 World::World() {
   machine.installClient();
-  machine.registry.setString(RegistryRoot::CurrentUser, u"Software\\K9T\\Logging", u"LogFile",
-                             u"1");
+  switchTrace(true);
   machine.screen.setUser(&user);
   machine.mapiHelper.setFacts([this](const auto& item) { return factsOf(item); });
   const struct {
@@ -51,6 +50,11 @@ World::World() {
     added.itemType = folder.type;
     added.outbox = added.name == u"Outbox";
   }
+}
+
+void World::switchTrace(bool on) {
+  machine.registry.setString(RegistryRoot::CurrentUser, u"Software\\K9T\\Logging", u"LogFile",
+                             on ? u"1" : u"0");
 }
 
 World::~World() {

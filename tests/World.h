@@ -41,6 +41,8 @@ class World {
   World();
   ~World();
 
+  /// The trace file, which is on at first.
+  void switchTrace(bool on);
   /// Outlook of this version starts and loads the add-in.
   void start(std::u16string_view version = u"11.0.5608");
   /// The first window's toolbar is there.

@@ -197,8 +197,7 @@ TEST_F(CostTest, ATickWithNothingToDoAllocatesNothing) {
 TEST_F(CostTest, ATraceThatIsOffAllocatesWhatItsRegistryReadDoes) {
   if (!CountsAllocations) GTEST_SKIP() << "the sanitizer allocates by itself";
   world.start();
-  world.machine.registry.setString(RegistryRoot::CurrentUser, u"Software\\K9T\\Logging", u"LogFile",
-                                   u"0");
+  world.switchTrace(false);
   const std::u16string line(200, u'x');
   const auto allocationsOf = [](const auto& action) {
     const auto before = allocations().count;
