@@ -187,15 +187,14 @@ TEST_F(CostTest, ATickWithNothingToDoCallsNothing) {
 }
 
 TEST_F(CostTest, ATickWithNothingToDoAllocatesNothing) {
-  if (!CountsAllocations) GTEST_SKIP() << "the sanitizer allocates by itself";
   openCrowd();
   const auto before = allocations();
+  ASSERT_GT(before.count, 1000u) << "nobody counts";
   cxol::GeneralTick();
   EXPECT_EQ(allocations().count, before.count);
 }
 
 TEST_F(CostTest, ATraceThatIsOffAllocatesWhatItsRegistryReadDoes) {
-  if (!CountsAllocations) GTEST_SKIP() << "the sanitizer allocates by itself";
   world.start();
   world.switchTrace(false);
   const std::u16string line(200, u'x');
