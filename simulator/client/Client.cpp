@@ -176,6 +176,10 @@ automation::Object Client::newRemote() const {
 }
 
 void Client::enter(std::u16string_view member) {
+  if (beforeCall_) {
+    beforeCall_(member);
+    if (!running()) throw Error(ErrorNumber::ServerUnavailable);
+  }
   const auto counted = calls_.try_emplace(std::u16string(member), 0).first;
   ++counted->second;
   if (hangs_) {

@@ -138,6 +138,10 @@ class Client {
 
   /// To be called by every member before it does its work; raises what the present trouble is.
   void enter(std::u16string_view member);
+  /// Called before that; may take its time, or end the client.
+  void setBeforeCall(std::function<void(std::u16string_view)> hook) {
+    beforeCall_ = std::move(hook);
+  }
   /// Null before the client is in service, or an error, as it is set.
   automation::Object phoneCommandObject() const;
   automation::Object auxiliaryServiceObject() const;
@@ -175,6 +179,7 @@ class Client {
   std::optional<automation::Value> linesAnswer_;
   std::vector<Told> told_;
   std::function<void(const Told&)> listener_;
+  std::function<void(std::u16string_view)> beforeCall_;
   std::map<std::u16string, std::size_t, std::less<>> calls_;
 };
 

@@ -5,7 +5,8 @@
 #include "platform/conversions.h"
 #include "standin/client/LineFile.h"
 #include "standin/client/names.h"
-#include "standin/client/objects.h"
+#include "windows/com/DispatchExport.h"
+#include "windows/com/EventSinkAdapter.h"
 #include "windows/com/text.h"
 
 namespace standin {
@@ -18,6 +19,17 @@ windows::ComPtr<ITypeLib> ownTypeLibrary() {
   windows::check(LoadTypeLibEx(path, REGKIND_NONE, library.receive()));
   return library;
 }
+
+/// The interface of each class, in the type library.
+constexpr struct {
+  std::u16string_view className;
+  std::u16string_view interfaceId;
+} Types[] = {
+    {u"Application", u"{4C08FE4F-119F-42F1-94CB-72CFCCCE5AE4}"},
+    {u"PhoneCommand", u"{BFB449E4-1B9B-4BC4-AAED-332A6B0D87C7}"},
+    {u"AuxiliaryService", u"{C9B15C9E-1EDF-4951-876E-E216392BB0D6}"},
+    {u"Remote", u"{347AB345-4079-4099-9689-3582D004A80B}"},
+};
 
 }  // namespace
 
@@ -40,11 +52,22 @@ constexpr ClientServer::Request ClientServer::Requests[] = {
 ClientServer::ClientServer(RequestPipe& pipe, bool hidden, bool ready)
     : pipe_(pipe), settings_(ClientSettings::read()), types_(ownTypeLibrary()) {
   client_.setListener([this](const simulator::Told& told) { note(told); });
+  client_.setBeforeCall([this](std::u16string_view member) { enter(member); });
+  describeTypes();
   applySettings();
   if (ready) {
     client_.startReady(hidden);
   } else {
     client_.start(hidden);
+  }
+}
+
+void ClientServer::describeTypes() const {
+  if (settings_.withoutTypes) return;
+  for (const auto& row : Types) {
+    windows::ExportType type;
+    windows::check(types_->GetTypeInfoOfGuid(windows::iidOf(row.interfaceId), type.info.receive()));
+    windows::ExportTypes::add(row.className, std::move(type));
   }
 }
 
@@ -170,24 +193,11 @@ void ClientServer::waitWhileHanging() {
 }
 
 windows::ComPtr<IDispatch> ClientServer::application() {
-  return exported(client_.applicationObject());
+  return windows::DispatchExport::of(client_.applicationObject());
 }
 
 windows::ComPtr<IDispatch> ClientServer::newRemote() {
-  return makeDual(*this, client_.newRemote());
-}
-
-windows::ComPtr<IDispatch> ClientServer::exported(const automation::Object& object) {
-  if (!object) return {};
-  auto& made = exported_[object.identity()];
-  if (!made) made = makeDual(*this, object);
-  return made;
-}
-
-windows::ComPtr<ITypeInfo> ClientServer::typeOf(const IID& iid) {
-  windows::ComPtr<ITypeInfo> info;
-  windows::check(types_->GetTypeInfoOfGuid(iid, info.receive()));
-  return info;
+  return windows::DispatchExport::of(client_.newRemote());
 }
 
 }  // namespace standin

@@ -9,15 +9,16 @@
 
 #include "simulator/client/Client.h"
 #include "simulator/machine/Uptime.h"
-#include "standin/client/Binding.h"
 #include "standin/client/ClientSettings.h"
 #include "standin/client/RequestPipe.h"
+#include "windows/com/ComPtr.h"
+#include "windows/com/errors.h"
 
 namespace standin {
 
 /// The simulated client as a program of its own: it lives in real time, its objects go out over
 /// COM, and other programs play the telephone and make trouble by requests. All on one thread.
-class ClientServer : public ObjectHost {
+class ClientServer {
  public:
   /// Starts the client. `ready` reaches all stages at once.
   ClientServer(RequestPipe& pipe, bool hidden, bool ready);
@@ -44,13 +45,10 @@ class ClientServer : public ObjectHost {
   windows::ComPtr<IDispatch> application();
   windows::ComPtr<IDispatch> newRemote();
 
-  void enter(std::u16string_view member) override;
-  windows::ComPtr<IDispatch> exported(const automation::Object& object) override;
-  windows::ComPtr<ITypeInfo> typeOf(const IID& iid) override;
-  bool tellsTypes() const override { return !settings_.withoutTypes; }
-
  private:
   void applySettings();
+  void describeTypes() const;
+  void enter(std::u16string_view member);
   void note(const simulator::Told& told);
   void waitWhileHanging();
   void die();
@@ -75,8 +73,6 @@ class ClientServer : public ObjectHost {
   simulator::Client client_{uptime_};
   ClientSettings settings_;
   windows::ComPtr<ITypeLib> types_;
-  /// The objects of which there is one only.
-  std::map<const void*, windows::ComPtr<IDispatch>> exported_;
 
   /// How long a call takes while the client hangs, in milliseconds.
   std::optional<DWORD> hangs_;

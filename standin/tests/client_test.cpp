@@ -1,6 +1,5 @@
 // The stand-in client at work: found, started and told what to do from another process.
 
-#include "standin/client/interfaces.h"
 #include "standin/client/names.h"
 #include "standin/client/registration.h"
 #include "standin/tests/ClientFixture.h"
@@ -101,37 +100,6 @@ TEST_F(StandinClient, TakesCallsByNameOnlyWhenItTellsNoTypes) {
   // The wrong place does not matter.
   const Object command = application.object().get({u"PhoneCommand", 5}).toObject();
   EXPECT_EQ(command.call({u"LineState", 1}, 0).toInt32(), 4);
-}
-
-TEST_F(StandinClient, TakesCallsThroughTheVirtualTable) {
-  ASSERT_TRUE(control.startReady());
-  windows::ComPtr<IUnknown> unknown;
-  ASSERT_EQ(GetActiveObject(standin::ApplicationClassId, nullptr, unknown.receive()), S_OK);
-  const auto application = unknown.as<standin::DualApplication>();
-  ASSERT_TRUE(application);
-  windows::ComPtr<IDispatch> result;
-  ASSERT_EQ(application->get_PhoneCommand(result.receive()), S_OK);
-  const auto command = result.as<standin::DualPhoneCommand>();
-  ASSERT_TRUE(command);
-  LONG state = 0;
-  EXPECT_EQ(command->LineState(0, &state), S_OK);
-  EXPECT_EQ(state, 4);
-  windows::Variant lines;
-  EXPECT_EQ(command->Lines(0, lines.receive()), S_OK);
-  EXPECT_EQ(windows::valueOf(lines.get()).toArray().size(), 2u);
-  VARIANT missing;
-  missing.vt = VT_ERROR;
-  missing.scode = DISP_E_PARAMNOTFOUND;
-  EXPECT_EQ(command->Dial(0, 1, windows::Bstr(u"110").get(), missing), S_OK);
-  EXPECT_EQ(command->Reserved25(), E_NOTIMPL);
-
-  ASSERT_EQ(application->get_AuxiliaryService(result.receive()), S_OK);
-  const auto service = result.as<standin::DualAuxiliaryService>();
-  ASSERT_TRUE(service);
-  VARIANT_BOOL number = VARIANT_FALSE;
-  EXPECT_EQ(service->IsNumber(windows::Bstr(u"110").get(), &number), S_OK);
-  EXPECT_EQ(number, VARIANT_TRUE);
-  EXPECT_EQ(told(), (Texts{u"dial 110 on line 1"}));
 }
 
 TEST_F(StandinClient, PlaysAnIncomingCall) {
