@@ -5,7 +5,7 @@
 #include "platform/conversions.h"
 #include "standin/client/LineFile.h"
 #include "standin/client/names.h"
-#include "windows/com/DispatchExport.h"
+#include "standin/com/DispatchExport.h"
 #include "windows/com/EventSinkAdapter.h"
 #include "windows/com/text.h"
 
@@ -53,6 +53,7 @@ ClientServer::ClientServer(RequestPipe& pipe, bool hidden, bool ready)
     : pipe_(pipe), settings_(ClientSettings::read()), types_(ownTypeLibrary()) {
   client_.setListener([this](const simulator::Told& told) { note(told); });
   client_.setBeforeCall([this](std::u16string_view member) { enter(member); });
+  DispatchExport::offerOwnObjects();
   describeTypes();
   applySettings();
   if (ready) {
@@ -65,9 +66,9 @@ ClientServer::ClientServer(RequestPipe& pipe, bool hidden, bool ready)
 void ClientServer::describeTypes() const {
   if (settings_.withoutTypes) return;
   for (const auto& row : Types) {
-    windows::ExportType type;
+    ExportType type;
     windows::check(types_->GetTypeInfoOfGuid(windows::iidOf(row.interfaceId), type.info.receive()));
-    windows::ExportTypes::add(row.className, std::move(type));
+    ExportTypes::add(row.className, std::move(type));
   }
 }
 
@@ -193,11 +194,11 @@ void ClientServer::waitWhileHanging() {
 }
 
 windows::ComPtr<IDispatch> ClientServer::application() {
-  return windows::DispatchExport::of(client_.applicationObject());
+  return DispatchExport::of(client_.applicationObject());
 }
 
 windows::ComPtr<IDispatch> ClientServer::newRemote() {
-  return windows::DispatchExport::of(client_.newRemote());
+  return DispatchExport::of(client_.newRemote());
 }
 
 }  // namespace standin

@@ -2,8 +2,9 @@
 
 #include "platform/office.h"
 #include "platform/outlook.h"
-#include "windows/com/ExportType.h"
-#include "windows/com/namedTypeInfo.h"
+#include "standin/com/DispatchExport.h"
+#include "standin/com/ExportType.h"
+#include "standin/com/namedTypeInfo.h"
 
 namespace standin {
 namespace {
@@ -50,11 +51,12 @@ constexpr TypeRow Types[] = {
 
 }  // namespace
 
-void describeHostTypes() {
+void offerHostObjects() {
+  DispatchExport::offerOwnObjects();
   for (const TypeRow& row : Types) {
-    windows::ExportType type{windows::namedTypeInfo(row.interfaceName), {}};
+    ExportType type{namedTypeInfo(row.interfaceName), {}};
     if (row.events) type.events.push_back(row.events);
-    windows::ExportTypes::add(row.className, std::move(type));
+    ExportTypes::add(row.className, std::move(type));
   }
 }
 

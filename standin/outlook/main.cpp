@@ -80,7 +80,7 @@ int useByHand(standin::Session& session, standin::HandDesk& hand, standin::Clien
 
 int run(const standin::Options& options) {
   const Com com;
-  standin::describeHostTypes();
+  standin::offerHostObjects();
   standin::Session session(simulator::readMailboxFile(options.mailbox),
                            windows::fromAnsi(options.addin));
   standin::Libraries libraries(standin::fullPath(options.libraries),

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "standin/com/DispatchExport.h"
 #include "windows/com/ComBase.h"
-#include "windows/com/DispatchExport.h"
 
 #include <psapi.h>
 
@@ -37,7 +37,7 @@ std::size_t heapBytes() {
 }
 
 Held::Held(standin::Session& session)
-    : exported(windows::DispatchExport::count()),
+    : exported(standin::DispatchExport::count()),
       objects(windows::LiveObjects::count()),
       sinks(session.running() ? session.host().sinkCount() : 0) {
   GetProcessHandleCount(GetCurrentProcess(), &handles);

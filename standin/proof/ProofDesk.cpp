@@ -14,7 +14,7 @@ using platform::RegistryRoot;
 using scenario::toUtf8;
 
 void describeHostOnce() {
-  static const bool done = (standin::describeHostTypes(), true);
+  static const bool done = (standin::offerHostObjects(), true);
   static_cast<void>(done);
 }
 

@@ -16,21 +16,6 @@ Arguments::Arguments(std::span<const Value> values) {
   }
 }
 
-void Arguments::passFlagsByReference() {
-  for (std::size_t i = 0; i < variants_.size(); ++i) {
-    if (variants_[i].vt != VT_BOOL) continue;
-    variants_[i].vt = VT_BOOL | VT_BYREF;
-    variants_[i].pboolVal = &owners_[i].get().boolVal;
-  }
-}
-
-void Arguments::copyFlagsTo(std::span<Value> values) const {
-  for (std::size_t i = 0; i < owners_.size(); ++i) {
-    const VARIANT& variant = owners_[owners_.size() - 1 - i].get();
-    if (variant.vt == VT_BOOL) values[i] = variant.boolVal != VARIANT_FALSE;
-  }
-}
-
 DISPPARAMS Arguments::forCall() {
   return {variants_.data(), nullptr, static_cast<UINT>(variants_.size()), 0};
 }

@@ -15,11 +15,6 @@ class Arguments {
   Arguments(const Arguments&) = delete;
   Arguments& operator=(const Arguments&) = delete;
 
-  /// Passes every Boolean by reference.
-  void passFlagsByReference();
-  /// Takes the Booleans over as the callee left them, in the order of the declaration.
-  void copyFlagsTo(std::span<automation::Value> values) const;
-
   /// As the arguments of a call, or of a property put, whose last one is the value.
   DISPPARAMS forCall();
   DISPPARAMS forPut();

@@ -98,18 +98,4 @@ HRESULT resultOf(const Error& error) noexcept {
   return static_cast<HRESULT>(ControlFacility | static_cast<std::uint32_t>(number));
 }
 
-HRESULT resultOf(const Error& error, EXCEPINFO* exception) noexcept {
-  const HRESULT result = resultOf(error);
-  // A member that is not there is no exception of the member.
-  if (!exception || result == DISP_E_MEMBERNOTFOUND) return result;
-  *exception = {};
-  exception->scode = result;
-  try {
-    exception->bstrDescription = Bstr(error.description()).detach();
-  } catch (const std::bad_alloc&) {
-    // The number alone then.
-  }
-  return DISP_E_EXCEPTION;
-}
-
 }  // namespace windows

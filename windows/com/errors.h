@@ -24,10 +24,6 @@ inline void check(HRESULT result) {
 /// What a COM method answers for an error.
 HRESULT resultOf(const automation::Error& error) noexcept;
 
-/// What IDispatch::Invoke answers for an error: number and description go into `exception`, which
-/// may be null.
-HRESULT resultOf(const automation::Error& error, EXCEPINFO* exception) noexcept;
-
 /// Runs the body of an entry point: no exception leaves the module.
 template <class Body>
 HRESULT guarded(Body&& body) noexcept {

@@ -5,7 +5,6 @@
 #include "platform/conversions.h"
 #include "windows/com/Bstr.h"
 #include "windows/com/ComObject.h"
-#include "windows/com/DispatchExport.h"
 #include "windows/com/SafeArray.h"
 #include "windows/com/errors.h"
 
@@ -16,6 +15,9 @@ using automation::Array;
 using automation::ErrorNumber;
 using automation::Object;
 using automation::Value;
+
+/// What the module offers itself; in the add-in nothing.
+OwnObjects ownObjects;
 
 /// The 32-bit integer, or a floating-point number where it does not fit.
 template <class Integer>
@@ -204,7 +206,9 @@ Array elementsOf(SAFEARRAY* array) {
 
 Object objectOf(IDispatch* dispatch) {
   if (!dispatch) return {};
-  if (auto own = DispatchExport::find(dispatch)) return own;
+  if (ownObjects.find) {
+    if (auto own = ownObjects.find(dispatch)) return own;
+  }
   return Object(std::make_shared<ComObject>(ComPtr(dispatch)));
 }
 
@@ -213,7 +217,12 @@ ComPtr<IDispatch> dispatchOf(const Object& object) {
   if (const auto* foreign = dynamic_cast<const ComObject*>(object.dispatch().get())) {
     return foreign->dispatch();
   }
-  return DispatchExport::of(object);
+  if (!ownObjects.offer) throw automation::Error(ErrorNumber::TypeMismatch);
+  return ownObjects.offer(object);
+}
+
+void setOwnObjects(const OwnObjects& own) noexcept {
+  ownObjects = own;
 }
 
 void writeBack(const VARIANT& argument, const Value& value) noexcept {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "windows/com/DispatchExport.h"
+#include "standin/com/DispatchExport.h"
 #include "windows/com/errors.h"
 #include "windows/com/text.h"
 #include "windows/com/values.h"
@@ -51,15 +51,15 @@ class Dll {
 class Server : public testing::Test {
  protected:
   void SetUp() override {
-    ExportTypes::add(u"Explorer", {{}, {&outlook::ExplorerEventInterface}});
-    ExportTypes::add(u"Windows",
-                     {{}, {&outlook::ExplorersEventInterface, &outlook::InspectorsEventInterface}});
+    standin::ExportTypes::add(u"Explorer", {{}, {&outlook::ExplorerEventInterface}});
+    standin::ExportTypes::add(
+        u"Windows", {{}, {&outlook::ExplorersEventInterface, &outlook::InspectorsEventInterface}});
   }
   void TearDown() override {
     EXPECT_EQ(dll_.call("DllCanUnloadNow"), S_OK) << "an object of the DLL is left";
-    ExportTypes::clear();
+    standin::ExportTypes::clear();
     outlook_.reset();
-    EXPECT_EQ(DispatchExport::count(), 0U) << "the DLL holds an object of ours";
+    EXPECT_EQ(standin::DispatchExport::count(), 0U) << "the DLL holds an object of ours";
   }
 
   /// A late-bound call by number, as Office makes it.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "standin/com/errors.h"
 #include "windows/com/Bstr.h"
 
 namespace windows {
@@ -82,7 +83,7 @@ TEST(Errors, GoOutAsTheyCameIn) {
   };
   for (const auto& error : errors) {
     EXCEPINFO exception{};
-    const auto back = errorFrom(resultOf(error, &exception), exception);
+    const auto back = errorFrom(standin::resultOf(error, &exception), exception);
     EXPECT_EQ(back.number(), error.number());
     EXPECT_EQ(back.description(), error.description());
   }

@@ -146,8 +146,8 @@ int killLateTimers() {
 
 TEST(Unloading, LeavesNoHandleBehind) {
   const auto outlook = std::make_shared<TestOutlook>();
-  ExportTypes::add(u"Windows",
-                   {{}, {&outlook::ExplorersEventInterface, &outlook::InspectorsEventInterface}});
+  standin::ExportTypes::add(
+      u"Windows", {{}, {&outlook::ExplorersEventInterface, &outlook::InspectorsEventInterface}});
   const auto run = [&] {
     const Dll dll;
     const auto connect = dll.create(CLSID_Connect);
@@ -171,10 +171,10 @@ TEST(Unloading, LeavesNoHandleBehind) {
   EXPECT_NEAR(after.kernel, before.kernel, 5);
   EXPECT_NEAR(after.gdi, before.gdi, 20);
   EXPECT_NEAR(after.user, before.user, 20);
-  EXPECT_EQ(DispatchExport::count(), 0U);
+  EXPECT_EQ(standin::DispatchExport::count(), 0U);
   // A timer would call into nowhere. The add-in was connected late and never told of a shutdown.
   EXPECT_EQ(killLateTimers(), 0);
-  ExportTypes::clear();
+  standin::ExportTypes::clear();
 }
 
 TEST(Unloading, ClosesNothingTwice) {

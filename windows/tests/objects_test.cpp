@@ -3,11 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include "standin/com/DispatchExport.h"
+#include "standin/com/ExportType.h"
+#include "standin/com/namedTypeInfo.h"
 #include "windows/com/ComObject.h"
-#include "windows/com/DispatchExport.h"
-#include "windows/com/ExportType.h"
 #include "windows/com/errors.h"
-#include "windows/com/namedTypeInfo.h"
 #include "windows/com/values.h"
 #include "windows/services/Objects.h"
 #include "windows/tests/ServerThread.h"
@@ -42,14 +42,14 @@ ComPtr<ITypeInfo> testType(const IID& iid) {
 class Objects : public testing::Test {
  protected:
   void SetUp() override {
-    ExportTypes::add(u"Tested", {namedTypeInfo(u"_Tested"), {&TestEvents}});
+    standin::ExportTypes::add(u"Tested", {standin::namedTypeInfo(u"_Tested"), {&TestEvents}});
     server_.emplace();
   }
   void TearDown() override {
     object_ = {};
     server_.reset();
-    ExportTypes::clear();
-    EXPECT_EQ(DispatchExport::count(), 0U) << "a reference is left";
+    standin::ExportTypes::clear();
+    EXPECT_EQ(standin::DispatchExport::count(), 0U) << "a reference is left";
     EXPECT_EQ(TestObject::alive, 0);
   }
 
@@ -59,7 +59,7 @@ class Objects : public testing::Test {
   /// A phone that tells this interface; none tells nothing.
   Object bringPhone(const IID* iid) {
     return server_->bring([iid] {
-      ExportTypes::add(u"Phone", {iid ? testType(*iid) : ComPtr<ITypeInfo>(), {}});
+      standin::ExportTypes::add(u"Phone", {iid ? testType(*iid) : ComPtr<ITypeInfo>(), {}});
       return std::make_shared<Phone>()->handle();
     });
   }
@@ -227,7 +227,7 @@ TEST_F(Objects, GoOutOnceAndComeBackThemselves) {
   const auto first = dispatchOf(tested->handle());
   const auto second = dispatchOf(tested->handle());
   EXPECT_EQ(first.get(), second.get());
-  EXPECT_EQ(DispatchExport::count(), 1U);
+  EXPECT_EQ(standin::DispatchExport::count(), 1U);
   EXPECT_EQ(objectOf(first.get()).dispatch(), tested);
 }
 

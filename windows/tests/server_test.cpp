@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <set>
 
+#include "standin/com/DispatchExport.h"
 #include "windows/com/Bstr.h"
 #include "windows/com/ComObject.h"
-#include "windows/com/DispatchExport.h"
 #include "windows/com/TypeAttributes.h"
 #include "windows/com/errors.h"
 #include "windows/com/text.h"

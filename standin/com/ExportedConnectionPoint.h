@@ -1,8 +1,8 @@
 #pragma once
 
-#include "windows/com/DispatchExport.h"
+#include "standin/com/DispatchExport.h"
 
-namespace windows {
+namespace standin {
 
 /// One event interface of an exported object.
 class ExportedConnectionPoint : public ComBase<IConnectionPoint> {
@@ -34,4 +34,4 @@ class OutgoingEvents : public automation::EventSink {
   const ComPtr<IDispatch> sink_;
 };
 
-}  // namespace windows
+}  // namespace standin

@@ -5,19 +5,24 @@
 #include <string>
 
 #include "platform/automation.h"
+#include "standin/com/ExportType.h"
 #include "windows/com/ComBase.h"
-#include "windows/com/ExportType.h"
 
-namespace windows {
+namespace standin {
 
-/// Offers a late-bound object of this module to COM: members by the ids of its type information or
+using windows::ComBase;
+
+/// Offers a late-bound object of this program to COM: members by the ids of its type information or
 /// by name, events through connection points. One and the same object has one export at a time, so
 /// that COM's identity is the object's.
 class DispatchExport : public ComBase<IDispatch>, public IConnectionPointContainer {
  public:
+  /// Lets all of this program's objects go out as exports, and come back as what they are. To be
+  /// called before the first one does.
+  static void offerOwnObjects() noexcept;
   /// The export of the object, which must not be null.
   static ComPtr<IDispatch> of(const automation::Object& object);
-  /// The object behind an export of this module; a null handle for any other interface.
+  /// The object behind an export of this program; a null handle for any other interface.
   static automation::Object find(IDispatch* dispatch);
   /// Exports that somebody still holds.
   static std::size_t count();
@@ -54,4 +59,4 @@ class DispatchExport : public ComBase<IDispatch>, public IConnectionPointContain
   std::map<DWORD, automation::Connection> subscriptions_;
 };
 
-}  // namespace windows
+}  // namespace standin

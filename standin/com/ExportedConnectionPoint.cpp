@@ -1,10 +1,48 @@
-#include "windows/com/ExportedConnectionPoint.h"
+#include "standin/com/ExportedConnectionPoint.h"
+
+#include <optional>
+#include <vector>
 
 #include "windows/com/Arguments.h"
 #include "windows/com/EventSinkAdapter.h"
 #include "windows/com/errors.h"
 
-namespace windows {
+namespace standin {
+
+using windows::Arguments;
+using windows::errorFrom;
+using windows::guarded;
+using windows::guardedQuietly;
+using windows::iidOf;
+using windows::Variant;
+
+namespace {
+
+/// The Booleans among the arguments of one call, which go out by reference. To be made after the
+/// arguments, whose places it uses.
+class Flags {
+ public:
+  explicit Flags(const DISPPARAMS& params) : values_(params.cArgs) {
+    for (UINT i = 0; i < params.cArgs; ++i) {
+      VARIANT& argument = params.rgvarg[i];
+      if (argument.vt != VT_BOOL) continue;
+      values_[i] = argument.boolVal;
+      argument.vt = VT_BOOL | VT_BYREF;
+      argument.pboolVal = &*values_[i];
+    }
+  }
+  /// As the callee left them, in the order of the declaration.
+  void copyTo(std::span<automation::Value> args) const {
+    for (std::size_t i = 0; i < args.size(); ++i) {
+      if (const auto& flag = values_[args.size() - 1 - i]) args[i] = *flag != VARIANT_FALSE;
+    }
+  }
+
+ private:
+  std::vector<std::optional<VARIANT_BOOL>> values_;
+};
+
+}  // namespace
 
 HRESULT ExportedConnectionPoint::QueryInterface(REFIID iid, void** result) {
   return answer(iid, {&IID_IUnknown, &IID_IConnectionPoint}, result);
@@ -46,16 +84,16 @@ void OutgoingEvents::onEvent(std::int32_t id, std::span<automation::Value> args)
   const auto sink = sink_;
   guardedQuietly([&] {
     Arguments arguments(args);
-    arguments.passFlagsByReference();
     DISPPARAMS params = arguments.forCall();
+    const Flags flags(params);
     Variant result;
     EXCEPINFO exception{};
     const HRESULT status = sink->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params,
                                         result.receive(), &exception, nullptr);
     // Raises, which frees the texts.
     if (FAILED(status)) throw errorFrom(status, exception);
-    arguments.copyFlagsTo(args);
+    flags.copyTo(args);
   });
 }
 
-}  // namespace windows
+}  // namespace standin

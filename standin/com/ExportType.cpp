@@ -1,8 +1,8 @@
-#include "windows/com/ExportType.h"
+#include "standin/com/ExportType.h"
 
 #include <map>
 
-namespace windows {
+namespace standin {
 namespace {
 
 using Types = std::map<std::u16string, ExportType, std::less<>>;
@@ -27,4 +27,4 @@ void ExportTypes::clear() {
   types().clear();
 }
 
-}  // namespace windows
+}  // namespace standin

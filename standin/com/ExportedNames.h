@@ -6,7 +6,7 @@
 
 #include "windows/com/api.h"
 
-namespace windows {
+namespace standin {
 
 /// The ids under which members without type information are known outside: one list a module, so
 /// that a name has the same id for every object.
@@ -17,4 +17,4 @@ class ExportedNames {
   static std::optional<std::u16string> nameOf(DISPID id);
 };
 
-}  // namespace windows
+}  // namespace standin

@@ -1,10 +1,13 @@
-#include "windows/com/namedTypeInfo.h"
+#include "standin/com/namedTypeInfo.h"
 
 #include <string>
 
 #include "windows/com/errors.h"
 
-namespace windows {
+namespace standin {
+
+using windows::check;
+using windows::ComPtr;
 
 ComPtr<ITypeInfo> namedTypeInfo(std::u16string_view name) {
   std::u16string text(name);
@@ -19,4 +22,4 @@ ComPtr<ITypeInfo> namedTypeInfo(std::u16string_view name) {
   return info;
 }
 
-}  // namespace windows
+}  // namespace standin

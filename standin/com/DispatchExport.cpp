@@ -1,15 +1,28 @@
-#include "windows/com/DispatchExport.h"
+#include "standin/com/DispatchExport.h"
 
+#include "standin/com/ExportedConnectionPoint.h"
+#include "standin/com/ExportedNames.h"
+#include "standin/com/errors.h"
 #include "windows/com/Arguments.h"
 #include "windows/com/Bstr.h"
 #include "windows/com/EventSinkAdapter.h"
-#include "windows/com/ExportedConnectionPoint.h"
-#include "windows/com/ExportedNames.h"
 #include "windows/com/Lock.h"
 #include "windows/com/errors.h"
 #include "windows/com/values.h"
 
-namespace windows {
+namespace standin {
+
+using windows::Bstr;
+using windows::check;
+using windows::guarded;
+using windows::iidOf;
+using windows::Lock;
+using windows::Locked;
+using windows::make;
+using windows::utf16;
+using windows::valuesOf;
+using windows::variantOf;
+
 namespace {
 
 using automation::Access;
@@ -41,6 +54,10 @@ HRESULT invokeObject(const Object& object, Access access, const std::u16string& 
 }
 
 }  // namespace
+
+void DispatchExport::offerOwnObjects() noexcept {
+  windows::setOwnObjects({.find = find, .offer = of});
+}
 
 ComPtr<IDispatch> DispatchExport::of(const Object& object) {
   const void* identity = object.dispatch()->identity();
@@ -173,4 +190,4 @@ bool DispatchExport::unsubscribe(DWORD cookie) {
   return static_cast<bool>(subscriptions_.extract(cookie));
 }
 
-}  // namespace windows
+}  // namespace standin

@@ -7,7 +7,9 @@
 #include "platform/automation.h"
 #include "windows/com/ComPtr.h"
 
-namespace windows {
+namespace standin {
+
+using windows::ComPtr;
 
 /// What an exported object tells COM of its class.
 struct ExportType {
@@ -28,4 +30,4 @@ class ExportTypes {
   static void clear();
 };
 
-}  // namespace windows
+}  // namespace standin

@@ -4,10 +4,10 @@
 
 #include "windows/com/ComPtr.h"
 
-namespace windows {
+namespace standin {
 
 /// Type information that tells the name of a dispatch interface and no members. Raises an error
 /// when it can't be made.
-ComPtr<ITypeInfo> namedTypeInfo(std::u16string_view name);
+windows::ComPtr<ITypeInfo> namedTypeInfo(std::u16string_view name);
 
-}  // namespace windows
+}  // namespace standin

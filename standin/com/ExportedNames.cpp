@@ -1,11 +1,15 @@
-#include "windows/com/ExportedNames.h"
+#include "standin/com/ExportedNames.h"
 
 #include <algorithm>
 #include <vector>
 
 #include "windows/com/Lock.h"
 
-namespace windows {
+namespace standin {
+
+using windows::Lock;
+using windows::Locked;
+
 namespace {
 
 /// Far from the ids that type libraries use.
@@ -38,4 +42,4 @@ std::optional<std::u16string> ExportedNames::nameOf(DISPID id) {
   return list[static_cast<std::size_t>(id - First)];
 }
 
-}  // namespace windows
+}  // namespace standin
