@@ -11,9 +11,12 @@ namespace windows {
 /// there are any.
 class LiveObjects {
  public:
-  static long count() noexcept;
-  static void add() noexcept;
-  static void remove() noexcept;
+  static long count() noexcept { return InterlockedCompareExchange(&count_, 0, 0); }
+  static void add() noexcept { InterlockedIncrement(&count_); }
+  static void remove() noexcept { InterlockedDecrement(&count_); }
+
+ private:
+  static inline LONG count_ = 0;
 };
 
 /// Reference counting of a COM object with one chain of interfaces. A new object has one reference,

@@ -1,11 +1,11 @@
 #include "windows/com/ComObject.h"
 
 #include "windows/com/Arguments.h"
+#include "windows/com/Bstr.h"
 #include "windows/com/EventSinkAdapter.h"
 #include "windows/com/TypeMembers.h"
 #include "windows/com/errors.h"
 #include "windows/com/text.h"
-#include "windows/com/typeName.h"
 #include "windows/com/values.h"
 
 namespace windows {
@@ -97,7 +97,21 @@ DISPID ComObject::askForName(std::u16string_view name) const {
 }
 
 std::u16string ComObject::typeName() {
-  return typeNameOf(dispatch_.get());
+  constexpr LCID English = 1033;
+  ComPtr<ITypeInfo> info;
+  if (const auto provider = dispatch_.as<IProvideClassInfo>()) {
+    if (FAILED(provider->GetClassInfo(info.receive()))) info.detach();
+  }
+  if (!info && FAILED(dispatch_->GetTypeInfo(0, English, info.receive()))) info.detach();
+  Bstr name;
+  if (!info ||
+      FAILED(info->GetDocumentation(MEMBERID_NIL, name.receive(), nullptr, nullptr, nullptr)) ||
+      name.view().empty()) {
+    return u"Object";
+  }
+  auto text = name.text();
+  if (text.starts_with(u'_')) text.erase(0, 1);
+  return text;
 }
 
 automation::Connection ComObject::connect(const automation::EventInterface& events,

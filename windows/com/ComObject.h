@@ -18,6 +18,8 @@ class ComObject : public automation::Dispatch {
 
   automation::Value invoke(automation::Access access, const automation::Member& member,
                            std::span<const automation::Value> args) override;
+  /// As the class information or else the dispatch interface's type information names it, without
+  /// one leading underscore; "Object" when it tells neither.
   std::u16string typeName() override;
   const void* identity() const override { return identity_.get(); }
   automation::Connection connect(const automation::EventInterface& events,

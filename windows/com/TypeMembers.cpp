@@ -3,8 +3,6 @@
 #include <cstring>
 #include <memory>
 
-#include "windows/com/TypeAttributes.h"
-
 namespace windows {
 namespace {
 

@@ -9,6 +9,26 @@
 
 namespace windows {
 
+/// The attributes of a type, or nothing when it does not tell them.
+class TypeAttributes {
+ public:
+  explicit TypeAttributes(ITypeInfo* info) : info_(info) {
+    if (!info || FAILED(info->GetTypeAttr(&attributes_))) attributes_ = nullptr;
+  }
+  ~TypeAttributes() {
+    if (attributes_) info_->ReleaseTypeAttr(attributes_);
+  }
+  TypeAttributes(const TypeAttributes&) = delete;
+  TypeAttributes& operator=(const TypeAttributes&) = delete;
+
+  explicit operator bool() const noexcept { return attributes_ != nullptr; }
+  const TYPEATTR* operator->() const noexcept { return attributes_; }
+
+ private:
+  ComPtr<ITypeInfo> info_;
+  TYPEATTR* attributes_ = nullptr;
+};
+
 /// What is known of one interface's members: their places as the type information tells them, and
 /// the dispatch ids of the names that were asked for. Learnt once a type, because each question may
 /// go to another process.

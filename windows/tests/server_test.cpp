@@ -8,7 +8,7 @@
 #include "standin/com/DispatchExport.h"
 #include "windows/com/Bstr.h"
 #include "windows/com/ComObject.h"
-#include "windows/com/TypeAttributes.h"
+#include "windows/com/TypeMembers.h"
 #include "windows/com/errors.h"
 #include "windows/com/text.h"
 #include "windows/com/values.h"
