@@ -3,30 +3,17 @@
 #include <array>
 #include <cstdio>
 
-#include "windows/com/api.h"
+#include "windows/com/Owner.h"
 #include "windows/com/text.h"
 
 namespace standin {
 namespace {
 
-/// A file that is closed in the end.
-class File {
- public:
-  File(const std::u16string& path, DWORD access, DWORD disposition)
-      : handle_(CreateFileW(windows::wide(path), access,
-                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                            disposition, FILE_ATTRIBUTE_NORMAL, nullptr)) {}
-  ~File() {
-    if (*this) CloseHandle(handle_);
-  }
-  File(const File&) = delete;
-  File& operator=(const File&) = delete;
-  explicit operator bool() const { return handle_ != INVALID_HANDLE_VALUE; }
-  HANDLE get() const { return handle_; }
-
- private:
-  HANDLE handle_;
-};
+windows::KernelObject open(const std::u16string& path, DWORD access, DWORD disposition) {
+  return windows::ownFile(CreateFileW(windows::wide(path), access,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                      nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
 
 struct Escape {
   char16_t character;
@@ -105,7 +92,7 @@ std::uint64_t fileSize(const std::u16string& path) {
 }
 
 std::string readFile(const std::u16string& path) {
-  const File file(path, GENERIC_READ, OPEN_EXISTING);
+  const auto file = open(path, GENERIC_READ, OPEN_EXISTING);
   if (!file) return {};
   std::string bytes;
   std::array<char, 16384> block;
@@ -124,7 +111,7 @@ bool appendLine(const std::u16string& path, std::span<const std::u16string> fiel
     line += escaped(field);
   }
   const std::string bytes = toUtf8(line + u"\n");
-  const File file(path, FILE_APPEND_DATA, OPEN_ALWAYS);
+  const auto file = open(path, FILE_APPEND_DATA, OPEN_ALWAYS);
   DWORD written = 0;
   return file &&
          WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&

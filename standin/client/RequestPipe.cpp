@@ -11,9 +11,10 @@ namespace {
 
 constexpr DWORD LongestMessage = 4096;
 
-HANDLE openPipe() {
-  return CreateFileW(windows::wide(RequestPipeName.data()), GENERIC_READ | GENERIC_WRITE, 0,
-                     nullptr, OPEN_EXISTING, 0, nullptr);
+windows::KernelObject openPipe() {
+  return windows::ownFile(CreateFileW(windows::wide(RequestPipeName.data()),
+                                      GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0,
+                                      nullptr));
 }
 
 /// One message; empty when the other side is gone.
@@ -34,25 +35,20 @@ bool writeMessage(HANDLE pipe, std::u16string_view text) {
 }  // namespace
 
 RequestPipe::RequestPipe()
-    : pipe_(CreateNamedPipeW(windows::wide(RequestPipeName.data()), PIPE_ACCESS_DUPLEX,
-                             PIPE_TYPE_MESSAGE | PIPE_READMODE_MESSAGE | PIPE_WAIT, 1,
-                             LongestMessage * sizeof(char16_t), LongestMessage * sizeof(char16_t),
-                             0, nullptr)) {
-  if (owned()) thread_ = CreateThread(nullptr, 0, run, this, 0, nullptr);
+    : pipe_(windows::ownFile(CreateNamedPipeW(
+          windows::wide(RequestPipeName.data()), PIPE_ACCESS_DUPLEX,
+          PIPE_TYPE_MESSAGE | PIPE_READMODE_MESSAGE | PIPE_WAIT, 1,
+          LongestMessage * sizeof(char16_t), LongestMessage * sizeof(char16_t), 0, nullptr))) {
+  if (owned()) thread_ = Handle::attach(CreateThread(nullptr, 0, run, this, 0, nullptr));
 }
 
 RequestPipe::~RequestPipe() {
-  SetEvent(ending_);
-  if (thread_) {
+  SetEvent(ending_.get());
+  if (!thread_) return;
+  do {
     // Wakes the thread, which may wait for somebody to call.
-    do {
-      const HANDLE wake = openPipe();
-      if (wake != INVALID_HANDLE_VALUE) CloseHandle(wake);
-    } while (WaitForSingleObject(thread_, 10) == WAIT_TIMEOUT);
-    CloseHandle(thread_);
-  }
-  if (owned()) CloseHandle(pipe_);
-  for (const HANDLE event : {waiting_, answered_, ending_}) CloseHandle(event);
+    openPipe();
+  } while (WaitForSingleObject(thread_.get(), 10) == WAIT_TIMEOUT);
 }
 
 DWORD WINAPI RequestPipe::run(void* self) {
@@ -62,36 +58,36 @@ DWORD WINAPI RequestPipe::run(void* self) {
 
 void RequestPipe::listen() {
   for (bool more = true; more;) {
-    if (!ConnectNamedPipe(pipe_, nullptr) && GetLastError() == ERROR_INVALID_HANDLE) return;
-    more = WaitForSingleObject(ending_, 0) != WAIT_OBJECT_0 && exchange();
-    FlushFileBuffers(pipe_);
-    DisconnectNamedPipe(pipe_);
+    if (!ConnectNamedPipe(pipe_.get(), nullptr) && GetLastError() == ERROR_INVALID_HANDLE) return;
+    more = WaitForSingleObject(ending_.get(), 0) != WAIT_OBJECT_0 && exchange();
+    FlushFileBuffers(pipe_.get());
+    DisconnectNamedPipe(pipe_.get());
   }
 }
 
 bool RequestPipe::exchange() {
-  const std::u16string text = readMessage(pipe_);
+  const std::u16string text = readMessage(pipe_.get());
   if (text.empty()) return true;
   {
     const windows::Locked locked(lock_);
     request_ = text;
   }
-  SetEvent(waiting_);
+  SetEvent(waiting_.get());
   // The end must come, whatever the other thread does.
   constexpr DWORD Grace = 2000;
-  const HANDLE events[] = {answered_, ending_};
+  const HANDLE events[] = {answered_.get(), ending_.get()};
   const DWORD result =
       WaitForMultipleObjects(2, events, FALSE, text == VanishRequest ? Grace : INFINITE);
   if (result == WAIT_TIMEOUT) TerminateProcess(GetCurrentProcess(), 1);
   if (result != WAIT_OBJECT_0) return false;
   const windows::Locked locked(lock_);
-  writeMessage(pipe_, answer_);
+  writeMessage(pipe_.get(), answer_);
   return true;
 }
 
 void RequestPipe::serve(const Handler& handler) {
-  if (WaitForSingleObject(waiting_, 0) != WAIT_OBJECT_0) return;
-  ResetEvent(waiting_);
+  if (WaitForSingleObject(waiting_.get(), 0) != WAIT_OBJECT_0) return;
+  ResetEvent(waiting_.get());
   std::u16string text;
   {
     const windows::Locked locked(lock_);
@@ -102,26 +98,22 @@ void RequestPipe::serve(const Handler& handler) {
     const windows::Locked locked(lock_);
     answer_ = std::move(answer);
   }
-  SetEvent(answered_);
+  SetEvent(answered_.get());
 }
 
 std::u16string request(std::u16string_view text) {
   constexpr DWORD Patience = 10000;
   const DWORD start = GetTickCount();
-  HANDLE pipe = openPipe();
+  auto pipe = openPipe();
   // Somebody else's request may be under way.
-  while (pipe == INVALID_HANDLE_VALUE && GetLastError() == ERROR_PIPE_BUSY &&
-         GetTickCount() - start < Patience) {
+  while (!pipe && GetLastError() == ERROR_PIPE_BUSY && GetTickCount() - start < Patience) {
     Sleep(1);
     pipe = openPipe();
   }
-  if (pipe == INVALID_HANDLE_VALUE) return {};
+  if (!pipe) return {};
   DWORD mode = PIPE_READMODE_MESSAGE;
-  SetNamedPipeHandleState(pipe, &mode, nullptr, nullptr);
-  std::u16string answer;
-  if (writeMessage(pipe, text)) answer = readMessage(pipe);
-  CloseHandle(pipe);
-  return answer;
+  SetNamedPipeHandleState(pipe.get(), &mode, nullptr, nullptr);
+  return writeMessage(pipe.get(), text) ? readMessage(pipe.get()) : std::u16string();
 }
 
 }  // namespace standin

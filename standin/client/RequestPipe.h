@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "windows/com/Lock.h"
-#include "windows/com/api.h"
+#include "windows/com/Owner.h"
 
 namespace standin {
 
@@ -20,9 +20,9 @@ class RequestPipe {
   RequestPipe& operator=(const RequestPipe&) = delete;
 
   /// False when another program has it.
-  bool owned() const { return pipe_ != INVALID_HANDLE_VALUE; }
+  bool owned() const { return static_cast<bool>(pipe_); }
   /// Signalled while a request waits.
-  HANDLE waiting() const { return waiting_; }
+  HANDLE waiting() const { return waiting_.get(); }
   /// Carries out the request that waits, if any.
   using Handler = std::function<std::u16string(std::u16string_view)>;
   void serve(const Handler& handler);
@@ -32,11 +32,12 @@ class RequestPipe {
   void listen();
   bool exchange();
 
-  HANDLE pipe_;
-  HANDLE waiting_ = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-  HANDLE answered_ = CreateEventW(nullptr, FALSE, FALSE, nullptr);
-  HANDLE ending_ = CreateEventW(nullptr, TRUE, FALSE, nullptr);
-  HANDLE thread_ = nullptr;
+  using Handle = windows::KernelObject;
+  const Handle pipe_;
+  const Handle waiting_ = Handle::attach(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+  const Handle answered_ = Handle::attach(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+  const Handle ending_ = Handle::attach(CreateEventW(nullptr, TRUE, FALSE, nullptr));
+  Handle thread_;
   windows::Lock lock_;
   std::u16string request_;
   std::u16string answer_;

@@ -1,5 +1,6 @@
 #include "windows/services/Files.h"
 
+#include "windows/com/Owner.h"
 #include "windows/com/errors.h"
 #include "windows/com/text.h"
 
@@ -11,23 +12,6 @@ using MakeSureDirectoryPathExists = BOOL WINAPI(const char* path);
 
 /// The common program-files folder.
 constexpr int CommonProgramFiles = 43;
-
-/// An open file, closed in the end.
-class OpenFile {
- public:
-  explicit OpenFile(HANDLE handle) : handle_(handle) {}
-  ~OpenFile() {
-    if (*this) CloseHandle(handle_);
-  }
-  OpenFile(const OpenFile&) = delete;
-  OpenFile& operator=(const OpenFile&) = delete;
-
-  explicit operator bool() const noexcept { return handle_ != INVALID_HANDLE_VALUE; }
-  HANDLE get() const noexcept { return handle_; }
-
- private:
-  HANDLE handle_;
-};
 
 [[noreturn]] void raiseFileError(DWORD code) {
   constexpr std::int32_t DeviceError = 57;
@@ -64,9 +48,9 @@ bool Files::makeSureDirectoryPathExists(std::u16string_view folder) {
 }
 
 void Files::append(std::u16string_view path, std::u16string_view text) {
-  const OpenFile file(CreateFileW(wide(std::u16string(path)), GENERIC_WRITE,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
-                                  FILE_ATTRIBUTE_NORMAL, nullptr));
+  const KernelObject file = ownFile(CreateFileW(wide(std::u16string(path)), GENERIC_WRITE,
+                                                FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                                OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (!file) raiseFileError(GetLastError());
   // A file may be larger than the low half of its size tells.
   LONG high = 0;
