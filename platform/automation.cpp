@@ -82,12 +82,16 @@ Value Object::invoke(Access access, const Member& member, std::span<const Value>
 }
 
 std::u16string Object::typeName() const {
-  return dispatch_ ? dispatch_->typeName() : std::u16string(u"Nothing");
+  const auto held = dispatch_;
+  return held ? held->typeName() : std::u16string(u"Nothing");
 }
 
 Connection Object::connect(const EventInterface& events, std::shared_ptr<EventSink> sink) const {
   if (!dispatch_) throw Error(ErrorNumber::ObjectNotSet);
-  return dispatch_->connect(events, std::move(sink));
+  const auto held = dispatch_;
+  auto connection = std::make_shared<Connection>(held->connect(events, std::move(sink)));
+  // The source goes after the subscription.
+  return Connection([held, connection] { connection->close(); });
 }
 
 bool operator==(const Object& a, const Object& b) {

@@ -107,10 +107,8 @@ class [[nodiscard]] Connection {
   explicit Connection(std::function<void()> end) : end_(std::move(end)) {}
   Connection(Connection&& other) noexcept : end_(std::exchange(other.end_, {})) {}
   Connection& operator=(Connection&& other) noexcept {
-    if (this != &other) {
-      close();
-      end_ = std::exchange(other.end_, {});
-    }
+    // The old one ends last: its end may come back here, and must find the new one in place.
+    if (this != &other) Connection(std::exchange(end_, std::exchange(other.end_, {}))).close();
     return *this;
   }
   ~Connection() { close(); }
@@ -158,6 +156,8 @@ class Object {
 
   /// "Nothing" for a null handle.
   std::u16string typeName() const;
+  /// The connection holds the object: events come as long as it lives, whether or not anybody else
+  /// holds their source.
   Connection connect(const EventInterface& events, std::shared_ptr<EventSink> sink) const;
 
   /// Equal for handles of one object as long as one of them lives; null for a null handle.

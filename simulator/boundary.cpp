@@ -1,5 +1,6 @@
 #include "simulator/boundary.h"
 
+#include <map>
 #include <vector>
 
 namespace simulator {
@@ -7,7 +8,16 @@ namespace simulator {
 using automation::Object;
 using automation::Value;
 
+namespace {
+
+/// An object as the add-in has it: there as long as the add-in holds a handle of it, and gone with
+/// the last one, whoever holds the object on the other side.
+struct Held {};
+
+}  // namespace
+
 struct Boundary::State {
+  std::map<const void*, std::weak_ptr<Held>> held;
   std::size_t handles = 0;
   std::size_t connections = 0;
   CrossingObserver* observer = nullptr;
@@ -18,13 +28,16 @@ namespace {
 Object outObject(const std::shared_ptr<Boundary::State>& state, const Object& object);
 Value outValue(const std::shared_ptr<Boundary::State>& state, const Value& value);
 
-/// Puts the handles of this crossing into what a sink of the add-in receives.
+/// Puts the handles of this crossing into what a sink of the add-in receives. A subscription does
+/// not keep its source: one that the add-in has let go tells it nothing any more.
 class OutgoingSink : public automation::EventSink {
  public:
-  OutgoingSink(std::shared_ptr<Boundary::State> state, std::shared_ptr<automation::EventSink> sink)
-      : state_(std::move(state)), sink_(std::move(sink)) {}
+  OutgoingSink(std::shared_ptr<Boundary::State> state, std::weak_ptr<Held> source,
+               std::shared_ptr<automation::EventSink> sink)
+      : state_(std::move(state)), source_(std::move(source)), sink_(std::move(sink)) {}
 
   void onEvent(std::int32_t id, std::span<Value> args) noexcept override {
+    if (source_.expired()) return;
     std::vector<Value> wrapped;
     wrapped.reserve(args.size());
     for (const Value& value : args) wrapped.push_back(outValue(state_, value));
@@ -37,16 +50,20 @@ class OutgoingSink : public automation::EventSink {
 
  private:
   std::shared_ptr<Boundary::State> state_;
+  const std::weak_ptr<Held> source_;
   std::shared_ptr<automation::EventSink> sink_;
 };
 
 class Handle : public automation::Dispatch {
  public:
   Handle(std::shared_ptr<Boundary::State> state, std::shared_ptr<Dispatch> inner)
-      : state_(std::move(state)), inner_(std::move(inner)) {
+      : state_(std::move(state)), inner_(std::move(inner)), held_(hold()) {
     ++state_->handles;
   }
-  ~Handle() override { --state_->handles; }
+  ~Handle() override {
+    --state_->handles;
+    if (held_.use_count() == 1) state_->held.erase(inner_->identity());
+  }
   Handle(const Handle&) = delete;
   Handle& operator=(const Handle&) = delete;
 
@@ -80,7 +97,7 @@ class Handle : public automation::Dispatch {
       state_->observer->before({Crossing::Kind::Connect, owner, events.iid});
     }
     auto inner = std::make_shared<automation::Connection>(
-        inner_->connect(events, std::make_shared<OutgoingSink>(state_, std::move(sink))));
+        inner_->connect(events, std::make_shared<OutgoingSink>(state_, held_, std::move(sink))));
     ++state_->connections;
     return automation::Connection([state = state_, inner] {
       inner->close();
@@ -91,8 +108,16 @@ class Handle : public automation::Dispatch {
   const std::shared_ptr<Dispatch>& inner() const { return inner_; }
 
  private:
+  std::shared_ptr<Held> hold() const {
+    auto& known = state_->held[inner_->identity()];
+    auto held = known.lock();
+    if (!held) known = held = std::make_shared<Held>();
+    return held;
+  }
+
   std::shared_ptr<Boundary::State> state_;
   std::shared_ptr<Dispatch> inner_;
+  std::shared_ptr<Held> held_;
 };
 
 Object outObject(const std::shared_ptr<Boundary::State>& state, const Object& object) {

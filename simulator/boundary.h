@@ -39,7 +39,8 @@ class CrossingObserver {
 
 /// The line between the add-in and everything that it reaches. Each object that goes over to the
 /// add-in does so as a handle of its own, so that the references that the add-in holds can be told
-/// from the host's and counted.
+/// from the host's and counted. An object of which the add-in has no handle left ends its
+/// subscriptions, as objects do that are made when they are asked for.
 class Boundary {
  public:
   Boundary();

@@ -108,6 +108,49 @@ TEST(Object, NothingRaisesAndEqualsNothingOnly) {
   EXPECT_EQ(nothing, Object());
 }
 
+/// An object whose every call lets its last handle go.
+class Leaving : public Dispatch, public std::enable_shared_from_this<Leaving> {
+ public:
+  explicit Leaving(Object& last) : last_(last) {}
+  Value invoke(Access, const Member&, std::span<const Value>) override { return leave(); }
+  std::u16string typeName() override { return leave() ? u"alive" : u"gone"; }
+  const void* identity() const override { return this; }
+  Connection connect(const EventInterface&, std::shared_ptr<EventSink>) override {
+    if (!leave()) throw Error(ErrorNumber::ObjectNotSet);
+    return {};
+  }
+
+ private:
+  bool leave() {
+    const std::weak_ptr<Leaving> self = weak_from_this();
+    last_ = {};
+    return !self.expired();
+  }
+  Object& last_;
+};
+
+TEST(Object, OutlivesACallThatDropsItsLastHandle) {
+  Object last;
+  const auto fill = [&] { last = Object(std::make_shared<Leaving>(last)); };
+  fill();
+  EXPECT_TRUE(last.call(u"Leave").toBoolean());
+  fill();
+  EXPECT_EQ(last.typeName(), u"alive");
+  fill();
+  EXPECT_EQ(errorOf([&] { last.connect({u"", {}}, nullptr).close(); }), 0);
+}
+
+TEST(Connection, IsReplacedBeforeTheOldOneEnds) {
+  int ended = 0;
+  Connection connection;
+  // Its end subscribes anew, as whoever a source calls back may.
+  connection = Connection([&] { connection = Connection([&] { ended += 10; }); });
+  connection = Connection([&] { ended += 1; });
+  EXPECT_EQ(ended, 1) << "the one that the end found in place";
+  connection.close();
+  EXPECT_EQ(ended, 11);
+}
+
 TEST(Error, CarriesItsCustomaryDescription) {
   EXPECT_EQ(Error(ErrorNumber::ObjectNotSet).description(),
             u"Object variable or With block variable not set");

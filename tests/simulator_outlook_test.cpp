@@ -36,6 +36,21 @@ TEST_F(HostTest, LoadsAndUnloadsTheAddIn) {
   EXPECT_EQ(errorOf([&] { kept.count(); }), 462);
 }
 
+TEST_F(HostTest, ASourceThatIsLetGoTellsNothingAnyMore) {
+  start();
+  Object explorers = addin.application.explorers().object();
+  // Past the handle that would hold it.
+  const auto connection = explorers.dispatch()->connect(
+      outlook::ExplorersEventInterface,
+      std::make_shared<Recorder>([this](auto, auto) { log.push_back(u"new explorer"); }));
+  host->openExplorer(u"Contacts");
+  explorers = {};
+  host->openExplorer(u"Contacts");
+  explorers = addin.application.explorers().object();
+  host->openExplorer(u"Contacts");
+  EXPECT_EQ(log, Texts{u"new explorer"});
+}
+
 TEST_F(HostTest, NewWindowsAreToldBeforeTheyAreShown) {
   add(1, ObjectClass::Contact, u"Meier");
   start();

@@ -165,7 +165,7 @@ HRESULT DispatchExport::FindConnectionPoint(REFIID iid, IConnectionPoint** point
   return guarded([&]() -> HRESULT {
     for (const auto* events : type_.events) {
       if (!IsEqualIID(iidOf(events->iid), iid)) continue;
-      *point = make<ExportedConnectionPoint>(ComPtr<DispatchExport>(this), *events).detach();
+      *point = make<ExportedConnectionPoint>(living_, *events).detach();
       return S_OK;
     }
     return CONNECT_E_NOCONNECTION;

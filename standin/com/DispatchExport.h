@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -55,8 +56,10 @@ class DispatchExport : public ComBase<IDispatch>, public IConnectionPointContain
   const automation::Object object_;
   const ExportType type_;
   DWORD lastCookie_ = 0;
-  // Last: ends before the object goes.
+  // Ends before the object goes.
   std::map<DWORD, automation::Connection> subscriptions_;
+  // Last: the connection points find nothing from the end's beginning on.
+  const std::shared_ptr<DispatchExport*> living_ = std::make_shared<DispatchExport*>(this);
 };
 
 }  // namespace standin

@@ -56,23 +56,33 @@ HRESULT ExportedConnectionPoint::GetConnectionInterface(IID* iid) {
   });
 }
 
+ComPtr<DispatchExport> ExportedConnectionPoint::source() const {
+  const auto living = source_.lock();
+  return living ? ComPtr(*living) : nullptr;
+}
+
 HRESULT ExportedConnectionPoint::GetConnectionPointContainer(
     IConnectionPointContainer** container) {
   if (!container) return E_POINTER;
-  *container = ComPtr<IConnectionPointContainer>(source_.get()).detach();
-  return S_OK;
+  *container = ComPtr<IConnectionPointContainer>(source().get()).detach();
+  return *container ? S_OK : E_FAIL;
 }
 
 HRESULT ExportedConnectionPoint::Advise(IUnknown* sink, DWORD* cookie) {
   if (!sink || !cookie) return E_POINTER;
   return guarded([&] {
-    *cookie = source_->subscribe(events_, sink);
+    const auto living = source();
+    if (!living) return E_FAIL;
+    *cookie = living->subscribe(events_, sink);
     return S_OK;
   });
 }
 
 HRESULT ExportedConnectionPoint::Unadvise(DWORD cookie) {
-  return guarded([&] { return source_->unsubscribe(cookie) ? S_OK : CONNECT_E_NOCONNECTION; });
+  return guarded([&] {
+    const auto living = source();
+    return living && living->unsubscribe(cookie) ? S_OK : CONNECT_E_NOCONNECTION;
+  });
 }
 
 HRESULT ExportedConnectionPoint::EnumConnections(IEnumConnections** connections) {

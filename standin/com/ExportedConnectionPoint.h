@@ -4,10 +4,12 @@
 
 namespace standin {
 
-/// One event interface of an exported object.
+/// One event interface of an exported object, which it does not keep alive: whoever wants events
+/// holds their source.
 class ExportedConnectionPoint : public ComBase<IConnectionPoint> {
  public:
-  ExportedConnectionPoint(ComPtr<DispatchExport> source, const automation::EventInterface& events)
+  ExportedConnectionPoint(std::weak_ptr<DispatchExport*> source,
+                          const automation::EventInterface& events)
       : source_(std::move(source)), events_(events) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override;
@@ -19,7 +21,10 @@ class ExportedConnectionPoint : public ComBase<IConnectionPoint> {
   HRESULT STDMETHODCALLTYPE EnumConnections(IEnumConnections** connections) override;
 
  private:
-  const ComPtr<DispatchExport> source_;
+  /// Nothing when it is gone.
+  ComPtr<DispatchExport> source() const;
+
+  const std::weak_ptr<DispatchExport*> source_;
   const automation::EventInterface& events_;
 };
 

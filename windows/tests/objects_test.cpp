@@ -202,6 +202,23 @@ TEST_F(Objects, EndASubscriptionInsideItsOwnEvent) {
   EXPECT_EQ(object_.get(u"SinkCount").toInt32(), 0);
 }
 
+TEST_F(Objects, LiveAsLongAsTheirSubscriptions) {
+  std::shared_ptr<TestObject> source;
+  object_ = server_->bring([&] {
+    source = std::make_shared<TestObject>();
+    return source->handle();
+  });
+  const auto sink = std::make_shared<TestSink>();
+  auto connection = object_.connect(TestEvents, sink);
+  // Nobody but the subscription holds it now.
+  object_ = {};
+  server_->run([&] { source->handle().call(u"Ask", false, u"heard"); });
+  EXPECT_EQ(sink->heard, std::vector<std::string>{"7 \"heard\" false"});
+  connection.close();
+  EXPECT_EQ(DispatchExport::count(), 0U);
+  source.reset();
+}
+
 TEST_F(Objects, RefuseEventsThatTheyDoNotHave) {
   object_ = bringTested();
   const automation::EventInterface other{u"{0006304F-0000-0000-C000-000000000046}", {}};
