@@ -84,7 +84,8 @@ struct Event {
   std::u16string_view name;
 };
 
-/// An event interface: its interface id in registry form and its events.
+/// An event interface: its interface id in registry form and those of its events that somebody
+/// here handles.
 struct EventInterface {
   std::u16string_view iid;
   std::span<const Event> events;

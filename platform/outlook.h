@@ -243,18 +243,16 @@ enum class ExplorerEvent : std::int32_t {
   Close = 0xF008,
 };
 inline constexpr automation::Event ExplorerEventTable[] = {
-    {0xF001, u"Activate"},           {0xF002, u"FolderSwitch"},
-    {0xF003, u"BeforeFolderSwitch"}, {0xF004, u"ViewSwitch"},
-    {0xF005, u"BeforeViewSwitch"},   {0xF006, u"Deactivate"},
-    {0xF007, u"SelectionChange"},    {0xF008, u"Close"},
+    {0xF001, u"Activate"},        {0xF002, u"FolderSwitch"}, {0xF004, u"ViewSwitch"},
+    {0xF007, u"SelectionChange"}, {0xF008, u"Close"},
 };
 /// The interface of Outlook 2000; later versions still offer it.
 inline constexpr automation::EventInterface ExplorerEventInterface{
     u"{0006304F-0000-0000-C000-000000000046}", ExplorerEventTable};
 
 enum class InspectorEvent : std::int32_t { Activate = 0xF001, Close = 0xF008 };
-inline constexpr automation::Event InspectorEventTable[] = {
-    {0xF001, u"Activate"}, {0xF006, u"Deactivate"}, {0xF008, u"Close"}};
+inline constexpr automation::Event InspectorEventTable[] = {{0xF001, u"Activate"},
+                                                            {0xF008, u"Close"}};
 inline constexpr automation::EventInterface InspectorEventInterface{
     u"{0006307D-0000-0000-C000-000000000046}", InspectorEventTable};
 

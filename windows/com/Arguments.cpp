@@ -46,6 +46,14 @@ std::vector<Value> valuesOf(const DISPPARAMS& params) {
   return values;
 }
 
+std::vector<Value> readableValuesOf(const DISPPARAMS& params) {
+  std::vector<Value> values(params.cArgs, automation::Missing{});
+  for (UINT i = 0; i < params.cArgs; ++i) {
+    guardedQuietly([&] { values[i] = valueOf(params.rgvarg[params.cArgs - 1 - i]); });
+  }
+  return values;
+}
+
 Value valueAt(const DISPPARAMS& params, std::size_t place) {
   if (place >= params.cArgs - params.cNamedArgs) return automation::Missing{};
   return valueOf(params.rgvarg[params.cArgs - 1 - place]);

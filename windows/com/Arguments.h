@@ -29,6 +29,9 @@ class Arguments {
 /// stand at their places; a property's new value comes last.
 std::vector<automation::Value> valuesOf(const DISPPARAMS& params);
 
+/// The same without names, as events come; what can't be converted is an omitted argument.
+std::vector<automation::Value> readableValuesOf(const DISPPARAMS& params);
+
 /// One argument by its place in the declaration; an omitted one when there is none. Named arguments
 /// are not looked at.
 automation::Value valueAt(const DISPPARAMS& params, std::size_t place);

@@ -1,5 +1,7 @@
 #include "windows/com/EventSinkAdapter.h"
 
+#include <algorithm>
+
 #include "windows/com/Arguments.h"
 #include "windows/com/EntryHold.h"
 #include "windows/com/errors.h"
@@ -18,7 +20,7 @@ automation::Connection EventSinkAdapter::connect(IDispatch* source,
       throw automation::Error(automation::ErrorNumber::AutomationFailed);
     }
   }
-  auto adapter = make<EventSinkAdapter>(iid, std::move(sink));
+  auto adapter = make<EventSinkAdapter>(iid, events.events, std::move(sink));
   DWORD cookie = 0;
   check(point->Advise(adapter.get(), &cookie));
   return automation::Connection([point, adapter, cookie] {
@@ -30,7 +32,7 @@ automation::Connection EventSinkAdapter::connect(IDispatch* source,
 }
 
 HRESULT EventSinkAdapter::QueryInterface(REFIID iid, void** result) {
-  return answer(iid, {&IID_IUnknown, &IID_IDispatch, &events_}, result);
+  return answer(iid, {&IID_IUnknown, &IID_IDispatch, &iid_}, result);
 }
 
 HRESULT EventSinkAdapter::GetTypeInfoCount(UINT* count) {
@@ -54,14 +56,19 @@ HRESULT EventSinkAdapter::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS* para
   // The delivery may end the subscription and so drop the last reference from outside.
   const ComPtr<EventSinkAdapter> self(this);
   const auto sink = sink_;
-  return guarded([&]() -> HRESULT {
-    if (!sink) return S_OK;
-    if (!params) return E_POINTER;
-    auto values = valuesOf(*params);
+  guardedQuietly([&] {
+    if (!sink || !handles(id)) return;
+    const DISPPARAMS none = {};
+    const DISPPARAMS& given = params ? *params : none;
+    auto values = readableValuesOf(given);
     sink->onEvent(id, values);
-    writeBack(*params, values);
-    return S_OK;
+    writeBack(given, values);
   });
+  return S_OK;
+}
+
+bool EventSinkAdapter::handles(DISPID id) const {
+  return std::ranges::find(handled_, id, &automation::Event::id) != handled_.end();
 }
 
 IID iidOf(std::u16string_view text) {

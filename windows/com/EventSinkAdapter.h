@@ -8,7 +8,9 @@
 namespace windows {
 
 /// Receives one event interface of a COM object for an EventSink. After its subscription's end it
-/// hears nothing more, even when the source keeps it.
+/// hears nothing more, even when the source keeps it. No event fails towards its source, whatever
+/// that passes: what can't be converted is an omitted argument, and events that nobody handles are
+/// not looked at.
 class EventSinkAdapter : public ComBase<IDispatch> {
  public:
   /// Subscribes until the connection closes, which may happen inside a delivery; raises an error
@@ -16,8 +18,9 @@ class EventSinkAdapter : public ComBase<IDispatch> {
   static automation::Connection connect(IDispatch* source, const automation::EventInterface& events,
                                         std::shared_ptr<automation::EventSink> sink);
 
-  EventSinkAdapter(const IID& events, std::shared_ptr<automation::EventSink> sink)
-      : events_(events), sink_(std::move(sink)) {}
+  EventSinkAdapter(const IID& iid, std::span<const automation::Event> handled,
+                   std::shared_ptr<automation::EventSink> sink)
+      : iid_(iid), handled_(handled), sink_(std::move(sink)) {}
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** result) override;
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
@@ -27,7 +30,10 @@ class EventSinkAdapter : public ComBase<IDispatch> {
                                    EXCEPINFO*, UINT*) override;
 
  private:
-  const IID events_;
+  bool handles(DISPID id) const;
+
+  const IID iid_;
+  const std::span<const automation::Event> handled_;
   std::shared_ptr<automation::EventSink> sink_;
 };
 

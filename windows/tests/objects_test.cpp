@@ -7,6 +7,7 @@
 #include "standin/com/ExportType.h"
 #include "standin/com/namedTypeInfo.h"
 #include "windows/com/ComObject.h"
+#include "windows/com/EventSinkAdapter.h"
 #include "windows/com/errors.h"
 #include "windows/com/values.h"
 #include "windows/services/Objects.h"
@@ -217,6 +218,47 @@ TEST_F(Objects, LiveAsLongAsTheirSubscriptions) {
   connection.close();
   EXPECT_EQ(DispatchExport::count(), 0U);
   source.reset();
+}
+
+/// An interface that counts whoever asks it anything.
+class Odd : public ComBase<IUnknown> {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** result) override {
+    *result = nullptr;
+    ++questions;
+    return E_FAIL;
+  }
+  int questions = 0;
+};
+
+TEST_F(Objects, EventsNeverFailTowardsTheirSource) {
+  const auto sink = std::make_shared<TestSink>();
+  sink->answer = true;
+  const auto adapter = make<EventSinkAdapter>(iidOf(TestEvents.iid), TestEvents.events, sink);
+  const auto odd = make<Odd>();
+  VARIANT_BOOL cancel = VARIANT_FALSE;
+  VARIANT args[2] = {};
+  args[0].vt = VT_BOOL | VT_BYREF;
+  args[0].pboolVal = &cancel;
+  args[1].vt = VT_UNKNOWN;
+  args[1].punkVal = odd.get();
+  DISPPARAMS params{args, nullptr, 2, 0};
+  const auto raise = [&](DISPID id, DISPPARAMS* given) {
+    return adapter->Invoke(id, IID_NULL, 0, DISPATCH_METHOD, given, nullptr, nullptr, nullptr);
+  };
+  EXPECT_EQ(raise(99, &params), S_OK);
+  EXPECT_EQ(odd->questions, 0) << "nobody handles it";
+  EXPECT_EQ(raise(7, &params), S_OK);
+  EXPECT_EQ(cancel, VARIANT_TRUE) << "the flag beside it is read and written";
+  for (const int type :
+       {int{VT_RECORD}, VT_BYREF | VT_VARIANT, VT_ARRAY | VT_RECORD, int{VT_ERROR}}) {
+    args[1].vt = static_cast<VARTYPE>(type);
+    args[1].byref = nullptr;
+    EXPECT_EQ(raise(7, &params), S_OK) << type;
+  }
+  EXPECT_EQ(raise(7, nullptr), S_OK);
+  EXPECT_EQ(sink->heard.front(), "7 missing false");
+  EXPECT_EQ(sink->heard.size(), 6U);
 }
 
 TEST_F(Objects, RefuseEventsThatTheyDoNotHave) {
