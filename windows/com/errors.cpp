@@ -94,6 +94,7 @@ HRESULT resultOf(const Error& error) noexcept {
   if (number == static_cast<std::int32_t>(ErrorNumber::MemberNotFound)) {
     return DISP_E_MEMBERNOTFOUND;
   }
+  if (number == static_cast<std::int32_t>(ErrorNumber::PermissionDenied)) return E_ACCESSDENIED;
   if (number == 0 || number > 0xFFFF) return E_FAIL;
   return static_cast<HRESULT>(ControlFacility | static_cast<std::uint32_t>(number));
 }

@@ -1,5 +1,7 @@
 #include "windows/server/registration.h"
 
+#include <algorithm>
+
 #include "infra/RegOp.h"
 #include "infra/text.h"
 #include "windows/com/errors.h"
@@ -45,9 +47,21 @@ void set(RegistryRoot root, std::u16string_view key, std::u16string_view name,
   RegOp(registry, root, key).setValue(name, value);
 }
 
-void remove(RegistryRoot root, std::u16string_view key) {
+/// Whether there is such a key, be it one that may not even be opened.
+bool isThere(RegistryRoot root, std::u16string_view key) {
+  HKEY opened = nullptr;
+  const LONG status =
+      RegOpenKeyExW(root == RegistryRoot::ClassesRoot ? HKEY_CLASSES_ROOT : HKEY_CURRENT_USER,
+                    wide(std::u16string(key)), 0, KEY_READ, &opened);
+  if (status == ERROR_SUCCESS) RegCloseKey(opened);
+  return status != ERROR_FILE_NOT_FOUND && status != ERROR_PATH_NOT_FOUND;
+}
+
+/// False when it is still there.
+bool remove(RegistryRoot root, std::u16string_view key) {
   Registry registry;
   RegOp(registry, root, key).deleteKey();
+  return !isThere(root, key);
 }
 
 void registerClass(const RegisteredClass& registered) {
@@ -73,6 +87,29 @@ void registerClass(const RegisteredClass& registered) {
       u"");
   set(RegistryRoot::ClassesRoot, registered.progId, u"", registered.progId);
   set(RegistryRoot::ClassesRoot, concat(registered.progId, u"\\CLSID"), u"", textOf(registered.id));
+}
+
+void registerLibrary() {
+  auto path = Module::path();
+  const HRESULT result = RegisterTypeLib(Module::typeLibrary().get(),
+                                         reinterpret_cast<wchar_t*>(path.data()), nullptr);
+  // Its own word for a refusal.
+  check(result == TYPE_E_REGISTRYACCESS ? E_ACCESSDENIED : result);
+}
+
+bool removeLibrary() {
+  UnRegisterTypeLib(LIBID_VelnorOutlookCOMAddIn, LibraryMajor, LibraryMinor, 0, SYS_WIN32);
+  return !isThere(RegistryRoot::ClassesRoot,
+                  concat(u"TypeLib\\", textOf(LIBID_VelnorOutlookCOMAddIn), u"\\1.0\\0\\win32"));
+}
+
+/// Whether COM finds the classes in this copy of the DLL.
+bool isOwn(const RegisteredClass& registered) {
+  Registry registry;
+  const auto server =
+      RegOp(registry, RegistryRoot::ClassesRoot, concat(classKey(registered), u"\\InprocServer32"))
+          .value(u"");
+  return server && server->isText() && sameName(server->toText(), Module::path());
 }
 
 void registerAddin() {
@@ -109,21 +146,27 @@ bool isRegistered() noexcept {
 }
 
 void registerServer() {
-  for (const auto& registered : Classes) registerClass(registered);
-  auto path = Module::path();
-  check(RegisterTypeLib(Module::typeLibrary().get(), reinterpret_cast<wchar_t*>(path.data()),
-                        nullptr));
+  try {
+    for (const auto& registered : Classes) registerClass(registered);
+    registerLibrary();
+  } catch (const automation::Error& error) {
+    // That part may have been done already, by somebody with the rights to.
+    const bool refused =
+        error.number() == static_cast<std::int32_t>(automation::ErrorNumber::PermissionDenied);
+    if (!refused || !std::ranges::all_of(Classes, isOwn)) throw;
+  }
   registerAddin();
 }
 
 void unregisterServer() {
-  remove(RegistryRoot::CurrentUser, concat(AddinsKey, u"\\", ConnectProgId));
+  bool gone = remove(RegistryRoot::CurrentUser, concat(AddinsKey, u"\\", ConnectProgId));
   removeEmptyParents();
-  UnRegisterTypeLib(LIBID_VelnorOutlookCOMAddIn, LibraryMajor, LibraryMinor, 0, SYS_WIN32);
+  gone &= removeLibrary();
   for (const auto& registered : Classes) {
-    remove(RegistryRoot::ClassesRoot, registered.progId);
-    remove(RegistryRoot::ClassesRoot, classKey(registered));
+    gone &= remove(RegistryRoot::ClassesRoot, registered.progId);
+    gone &= remove(RegistryRoot::ClassesRoot, classKey(registered));
   }
+  if (!gone) throw automation::Error(automation::ErrorNumber::PermissionDenied);
 }
 
 }  // namespace windows

@@ -80,6 +80,7 @@ TEST(Errors, GoOutAsTheyCameIn) {
       automation::Error(hr(0x8004010F), u"not found"),
       automation::Error(35601, u"Element not found"),
       automation::Error(automation::ErrorNumber::MemberNotFound),
+      automation::Error(automation::ErrorNumber::PermissionDenied),
   };
   for (const auto& error : errors) {
     EXCEPINFO exception{};
@@ -94,6 +95,7 @@ TEST(Errors, NothingEscapesTheGuard) {
   EXPECT_EQ(guarded([]() -> HRESULT { throw std::bad_alloc(); }), E_OUTOFMEMORY);
   EXPECT_EQ(guarded([]() -> HRESULT { throw 1; }), E_UNEXPECTED);
   EXPECT_EQ(guarded([]() -> HRESULT { throw errorFrom(E_ABORT); }), E_ABORT);
+  EXPECT_EQ(guarded([]() -> HRESULT { throw errorFrom(E_ACCESSDENIED); }), E_ACCESSDENIED);
 }
 
 }  // namespace

@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <set>
-
 #include "standin/com/DispatchExport.h"
 #include "windows/com/Bstr.h"
 #include "windows/com/ComObject.h"
@@ -15,15 +12,12 @@
 #include "windows/server/classes.h"
 #include "windows/server/office_interfaces.h"
 #include "windows/services/Library.h"
-#include "windows/services/Objects.h"
-#include "windows/services/Registry.h"
 #include "windows/tests/ServerFixture.h"
 
 namespace windows {
 namespace {
 
 using automation::Object;
-using platform::RegistryRoot;
 
 TEST_F(Server, ConnectIsOneObjectWithThreeFaces) {
   const auto connect = dll_.create(CLSID_Connect);
@@ -250,78 +244,6 @@ TEST_F(Server, TheFileTellsItsVersion) {
   ASSERT_TRUE(
       VerQueryValueW(info.data(), L"\\StringFileInfo\\040904B0\\FileDescription", &text, &length));
   EXPECT_EQ(utf16(static_cast<wchar_t*>(text)), u"Velnor Outlook CTI Control");
-}
-
-/// What a registration could leave behind.
-std::set<std::u16string> registryKeys() {
-  Registry registry;
-  std::set<std::u16string> keys;
-  const auto add = [&](RegistryRoot root, std::u16string_view key) {
-    for (const auto& subkey : registry.subkeyNames(root, key)) {
-      keys.insert(std::u16string(key) + u"\\" + subkey);
-    }
-  };
-  for (const auto* key : {u"", u"CLSID", u"Interface", u"TypeLib",
-                          u"Interface\\{00020400-0000-0000-C000-000000000046}"}) {
-    add(RegistryRoot::ClassesRoot, key);
-  }
-  for (const auto* key :
-       {u"Software", u"Software\\Microsoft", u"Software\\Microsoft\\Office",
-        u"Software\\Microsoft\\Office\\Outlook", u"Software\\Microsoft\\Office\\Outlook\\Addins"}) {
-    add(RegistryRoot::CurrentUser, key);
-  }
-  return keys;
-}
-
-TEST(Registration, ComesAndGoesWithoutATrace) {
-  // What a broken-off run may have left.
-  Dll().call("DllUnregisterServer");
-  const auto before = registryKeys();
-  Registry registry;
-  const auto text = [&](RegistryRoot root, std::u16string_view key, std::u16string_view name) {
-    const auto value = registry.read(root, key, name);
-    return value ? value->text.substr(0, value->text.find(u'\0')) : std::u16string(u"(absent)");
-  };
-  {
-    const Dll dll;
-    ASSERT_EQ(dll.call("DllRegisterServer"), S_OK);
-    ASSERT_EQ(dll.call("DllRegisterServer"), S_OK) << "once more does no harm";
-    const std::u16string server = u"CLSID\\{873C647F-502B-4863-9F93-A83F43C0E12B}\\InprocServer32";
-    EXPECT_EQ(text(RegistryRoot::ClassesRoot, server, u""), dll.path());
-    EXPECT_EQ(text(RegistryRoot::ClassesRoot, server, u"ThreadingModel"), u"Apartment");
-    const std::u16string addin =
-        u"Software\\Microsoft\\Office\\Outlook\\Addins\\VelnorOutlookCOMAddIn.Connect";
-    EXPECT_EQ(text(RegistryRoot::CurrentUser, addin, u"FriendlyName"), u"Velnor Outlook AddIn");
-    EXPECT_EQ(text(RegistryRoot::CurrentUser, addin, u"Description"),
-              u"Velnor Outlook CTI Control");
-    const auto load = registry.read(RegistryRoot::CurrentUser, addin, u"LoadBehavior");
-    ASSERT_TRUE(load);
-    EXPECT_EQ(load->type, platform::RegistryType::Dword);
-    EXPECT_EQ(load->bytes[0], std::byte{3});
-  }
-  ComPtr<ITypeLib> library;
-  EXPECT_EQ(LoadRegTypeLib(LIBID_VelnorOutlookCOMAddIn, 1, 0, 0, library.receive()), S_OK);
-  library.reset();
-  {
-    // As a script does it.
-    const Object commands = Objects().create(VelnorCmdsProgId);
-    commands.call(u"Drop");
-    EXPECT_NE(GetModuleHandleA(CXOL_DLL), nullptr);
-  }
-  CoFreeUnusedLibrariesEx(0, 0);
-  EXPECT_EQ(GetModuleHandleA(CXOL_DLL), nullptr) << "COM could not unload it";
-  {
-    const Dll dll;
-    ASSERT_EQ(dll.call("DllUnregisterServer"), S_OK);
-    EXPECT_EQ(dll.call("DllUnregisterServer"), S_OK) << "nothing there is no failure";
-  }
-  const auto after = registryKeys();
-  std::vector<std::u16string> left;
-  std::ranges::set_difference(after, before, std::back_inserter(left));
-  EXPECT_EQ(left, std::vector<std::u16string>());
-  std::vector<std::u16string> lost;
-  std::ranges::set_difference(before, after, std::back_inserter(lost));
-  EXPECT_EQ(lost, std::vector<std::u16string>());
 }
 
 }  // namespace
