@@ -131,6 +131,37 @@ TEST_F(Server, TheCommandsTakeWhatScriptsGive) {
   EXPECT_EQ(dual->Drop(Variant().get(), variantOf(u"1").get()), S_OK);
 }
 
+TEST_F(Server, ScriptsCannotCallTheBaseInterfaces) {
+  const auto commands = dll_.create(CLSID_VelnorCmds);
+  const Object object = objectOf(commands.get());
+  // A release that got through would take the object from us.
+  const ComPtr<IDispatch> spare[] = {commands, commands, commands, commands};
+  for (const auto* name : {u"Release", u"AddRef"}) {
+    commands->AddRef();
+    const ULONG before = commands->Release();
+    EXPECT_THROW(object.call(name), automation::Error);
+    commands->AddRef();
+    EXPECT_EQ(commands->Release(), before);
+  }
+  // Neither on Windows nor elsewhere: the type information says so.
+  ComPtr<ITypeInfo> info;
+  ASSERT_EQ(commands->GetTypeInfo(0, 0, info.receive()), S_OK);
+  unsigned open = 0;
+  unsigned own = 0;
+  const TypeAttributes attributes(info.get());
+  for (UINT i = 0; i < attributes->cFuncs; ++i) {
+    FUNCDESC* function = nullptr;
+    ASSERT_EQ(info->GetFuncDesc(i, &function), S_OK);
+    constexpr MEMBERID FirstOwn = 0x60030000;
+    const bool restricted = (function->wFuncFlags & FUNCFLAG_FRESTRICTED) != 0;
+    if (function->memid >= FirstOwn) ++own;
+    if (function->memid < FirstOwn && !restricted) ++open;
+    info->ReleaseFuncDesc(function);
+  }
+  EXPECT_EQ(open, 0U);
+  EXPECT_EQ(own, 3U);
+}
+
 TEST_F(Server, OtherClassesAreRefused) {
   EXPECT_THROW(dll_.create(IID_DefaultConnect), automation::Error);
   ComPtr<IClassFactory> factory;
