@@ -81,27 +81,33 @@ bool waitForWindow() {
   return found;
 }
 
-bool waitForObject() {
+/// Looks again and again until what is looked for is there; a look that fails has not found it.
+template <class Look>
+bool waitFor(std::uint32_t poll, const Look& look) {
   const Wait wait;
   while (wait.inTime()) {
     ResumeNext resume;
-    bool running = false;
-    resume([&] { running = static_cast<bool>(runningApplication()); });
-    if (running) return true;
-    machine().clock.sleep(ObjectPoll);
+    bool found = false;
+    resume([&] { found = look(); });
+    if (found) return true;
+    machine().clock.sleep(poll);
   }
   return false;
 }
 
-/// Looks for the running client; a failure to find it is logged under the operation's name.
-velnor::Application findForOperation(std::u16string_view operation) {
-  velnor::Application application;
-  ResumeNext resume;
-  resume([&] { application = runningApplication(); });
-  if (!application && resume.pending()) {
-    LogError(concat(u"ERROR in ", operation, u"(): ", resume.description()));
-  }
-  return application;
+bool waitForObject() {
+  return waitFor(ObjectPoll, [] { return static_cast<bool>(runningApplication()); });
+}
+
+/// Whether the client answers its line-state query. One that takes no messages is not asked: the
+/// question would not come back.
+bool answersQuery(const velnor::Application& application) {
+  if (!application || !machine().objects.answers(velnor::ApplicationClass)) return false;
+  const auto command = application.phoneCommand();
+  if (!command) return false;
+  // Any answer counts, whatever its in-service bit says: a client that answers is ready.
+  command.lineState();
+  return true;
 }
 
 }  // namespace
@@ -145,32 +151,15 @@ void ShellExecuteVelnorWait() noexcept {
 
 velnor::AuxiliaryService GetVelnorAuxSvc() noexcept {
   velnor::AuxiliaryService service;
-  trapQuietly([&] {
-    if (const auto application = findForOperation(u"GetVelnorAuxSvc")) {
-      service = application.auxiliaryService();
-    }
+  trapAndLog(u"ERROR in GetVelnorAuxSvc(): ", [&] {
+    if (const auto application = runningApplication()) service = application.auxiliaryService();
   });
   return service;
 }
 
 bool WaitForInService(const velnor::Application& application) noexcept {
   bool inService = false;
-  trapQuietly([&] {
-    const Wait wait;
-    while (!inService && wait.inTime()) {
-      ResumeNext resume;
-      if (application) {
-        resume([&] {
-          const auto command = application.phoneCommand();
-          if (!command) return;
-          // Any answer counts, whatever its in-service bit says: a client that answers is ready.
-          command.lineState();
-          inService = true;
-        });
-      }
-      if (!inService) machine().clock.sleep(ServicePoll);
-    }
-  });
+  trapQuietly([&] { inService = waitFor(ServicePoll, [&] { return answersQuery(application); }); });
   return inService;
 }
 
@@ -201,7 +190,7 @@ velnor::Remote GetVelnorRemote() noexcept {
   trapAndLog(u"ERROR in GetVelnorRemote(): ", [&] {
     ShellExecuteVelnorWait();
     // The application is only the proof that the client runs.
-    if (findForOperation(u"GetVelnorRemote")) {
+    if (runningApplication()) {
       remote = velnor::Remote(machine().objects.create(velnor::RemoteClass));
     }
   });
@@ -213,11 +202,12 @@ void VelnorShowNumber(std::u16string_view number) noexcept {
     velnor::Application application;
     ResumeNext resume;
     resume([&] { application = runningApplication(); });
-    if (application) {
-      application.auxiliaryService().showNumber(number);
-    } else {
-      ShellExecuteVelnor();
-    }
+    if (application) return application.auxiliaryService().showNumber(number);
+    // Only a client that does not run is started: one that runs and is busy gets no second beside
+    // it.
+    constexpr auto NotRunning =
+        static_cast<std::int32_t>(automation::ErrorNumber::CannotCreateObject);
+    if (resume.number() == NotRunning) ShellExecuteVelnor();
   });
 }
 

@@ -9,7 +9,7 @@ namespace cxol {
 
 /// Finds, starts and attaches to the telephony client. Nothing is cached: a client that was
 /// restarted is found again at the next command. No operation raises. Those that wait block the
-/// thread for at most 20 seconds a stage.
+/// thread for at most 20 seconds and one look a stage.
 
 /// The executable's path from the registry in double quotes, so that a path with blanks survives
 /// the shell; the quotes alone when it is not installed.
@@ -42,7 +42,7 @@ bool WaitForInService(const velnor::Application& application) noexcept;
 velnor::Remote GetVelnorRemote() noexcept;
 
 /// Brings the client up with a number or a text to search for. A client that does not run is
-/// started instead, without the number.
+/// started instead, without the number; one that runs but takes no messages is left alone.
 void VelnorShowNumber(std::u16string_view number) noexcept;
 
 }  // namespace cxol

@@ -27,6 +27,7 @@ constexpr Description Descriptions[] = {
     {ErrorNumber::EntryPointNotFound, u"Can't find DLL entry point"},
     {ErrorNumber::KeyInUse, u"This key is already associated with an element of this collection"},
     {ErrorNumber::ServerUnavailable, u"The remote server machine does not exist or is unavailable"},
+    {ErrorNumber::ServerBusy, u"The message filter indicated that the application is busy."},
 };
 
 std::string narrow(std::u16string_view text) {

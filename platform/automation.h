@@ -34,6 +34,8 @@ enum class ErrorNumber : std::int32_t {
   EntryPointNotFound = 453,
   KeyInUse = 457,
   ServerUnavailable = 462,
+  /// RPC_E_SERVERCALL_RETRYLATER: the server runs, but does not answer.
+  ServerBusy = -2147417846,
 };
 
 /// A failure of the host, of the client, of a library or of a conversion: what VB calls Err.

@@ -10,10 +10,14 @@ namespace platform {
 class Objects {
  public:
   virtual ~Objects() = default;
-  /// The running instance; raises error 429 when none runs.
+  /// The running instance; raises error 429 when none runs, ServerBusy when one runs that takes no
+  /// messages.
   virtual automation::Object running(std::u16string_view className) = 0;
-  /// A new instance; raises error 429 when the class is not there or does not start.
+  /// A new instance; raises error 429 when the class is not there or does not start, ServerBusy as
+  /// above.
   virtual automation::Object create(std::u16string_view className) = 0;
+  /// False when an instance runs that takes no messages at present: calls of it would not return.
+  virtual bool answers(std::u16string_view className) = 0;
 };
 
 }  // namespace platform

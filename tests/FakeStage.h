@@ -112,6 +112,7 @@ class FakeStage : public Stage {
   void connectCall() override { did("connect"); }
   void endCall() override { did("end"); }
   void hangClient(bool on) override { did("hang", on ? "on" : "off"); }
+  void freezeClient(bool on) override { did("freeze", on ? "on" : "off"); }
   void vanishClient() override { throw std::runtime_error("no client runs"); }
   void setClient(ClientState state) override { did("client", std::to_string(int(state))); }
   void setClientGap(ClientGap gap) override { did("gap", std::to_string(int(gap))); }

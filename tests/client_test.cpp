@@ -13,6 +13,7 @@ namespace {
 using cxol::CxDial;
 
 constexpr std::u16string_view NotRunning = u"ActiveX component can't create object";
+constexpr std::u16string_view Busy = u"The message filter indicated that the application is busy.";
 
 /// The bridge to the client on a machine without an Outlook.
 class ClientTest : public testing::Test {
@@ -201,6 +202,10 @@ TEST_F(ClientTest, AnyFailureOfACallIsOneLineInTheTrace) {
     EXPECT_EQ(world.machine.screen.messageBoxes(), Texts{});
     world.machine.client.restoreMember(member);
   }
+  // The object is there, but does not give its service.
+  world.machine.client.failMember(u"AuxiliaryService", automation::Error(-2147467259, u"Störung"));
+  EXPECT_FALSE(cxol::GetVelnorAuxSvc());
+  EXPECT_EQ(world.trace().back(), u"Error:   ERROR in GetVelnorAuxSvc(): Störung");
 }
 
 TEST_F(ClientTest, SurvivesAClientThatVanishesOrHangs) {
@@ -215,6 +220,68 @@ TEST_F(ClientTest, SurvivesAClientThatVanishesOrHangs) {
   world.machine.client.hang(false);
   CxDial(u"0711");
   EXPECT_EQ(world.machine.client.told().size(), 1u);
+}
+
+TEST_F(ClientTest, NothingIsStartedBesideAClientThatIsFrozen) {
+  const struct {
+    const char* why;
+    void (*operation)();
+  } cases[] = {
+      {"show a number", [] { cxol::VelnorShowNumber(u"0711"); }},
+      {"auxiliary service", [] { EXPECT_FALSE(cxol::GetVelnorAuxSvc()); }},
+      {"phone commands", [] { EXPECT_FALSE(cxol::GetVelnorPhoneCmdInservice()); }},
+      {"remote", [] { EXPECT_FALSE(cxol::GetVelnorRemote()); }},
+      {"dial", [] { CxDial(u"0711"); }},
+      {"start and wait", [] { cxol::ShellExecuteVelnorWait(); }},
+  };
+  world.startClient();
+  world.machine.client.freeze(true);
+  world.forget();
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.why);
+    EXPECT_LE(elapsedBy(c.operation), simulator::Client::FrozenLook) << "one look";
+    EXPECT_TRUE(world.machine.processes.started().empty());
+    EXPECT_EQ(world.machine.screen.messageBoxes(), Texts{});
+  }
+  EXPECT_EQ(world.count(u"Error:   ERROR in GetVelnorRemote(): " + std::u16string(Busy)), 1u);
+  world.machine.client.freeze(false);
+  cxol::VelnorShowNumber(u"0711");
+  EXPECT_EQ(world.told(), Texts{u"show number \"0711\""});
+}
+
+/// The client freezes as soon as somebody sleeps.
+class FreezeInTheWait : public simulator::CrossingObserver {
+ public:
+  explicit FreezeInTheWait(World& world) : world_(world) { world_.boundary.setObserver(this); }
+  ~FreezeInTheWait() override { world_.boundary.setObserver(nullptr); }
+  void before(const simulator::Crossing& crossing) override {
+    if (crossing.owner == u"Clock" && crossing.member == u"sleep")
+      world_.machine.client.freeze(true);
+  }
+
+ private:
+  World& world_;
+};
+
+TEST_F(ClientTest, AWaitForAClientThatFreezesEnds) {
+  constexpr std::int64_t LimitAndOneLook = 20'000 + simulator::Client::FrozenLook;
+  // While it comes up.
+  {
+    const FreezeInTheWait freeze(world);
+    const auto elapsed = elapsedBy([] { cxol::ShellExecuteVelnorWait(); });
+    EXPECT_GE(elapsed, 20'000);
+    EXPECT_LE(elapsed, 400 + LimitAndOneLook);
+    EXPECT_EQ(world.machine.screen.messageBoxes(),
+              Texts{u"Timeout beim Warten auf Velnor.Application-Object"});
+  }
+  world.machine.client.vanish();
+  // While it gets into service.
+  world.machine.client.setGaps({false, false, true});
+  world.startClient();
+  const FreezeInTheWait freeze(world);
+  const auto elapsed = elapsedBy([] { EXPECT_FALSE(cxol::GetVelnorPhoneCmdInservice()); });
+  EXPECT_GE(elapsed, 20'000);
+  EXPECT_LE(elapsed, LimitAndOneLook);
 }
 
 TEST_F(ClientTest, ShowsANumberOrStartsTheClient) {

@@ -75,7 +75,7 @@ TEST(ScenarioOnTheSimulatedHost, PlaysWhatCanHappenBetweenTwoLines) {
 TEST(ScenarioOnTheSimulatedHost, ComplainsAboutWhatCanNotBe) {
   for (const char* line :
        {"quit", "click dial", "open \"A\"", "select \"A\"", "ring \"1\"", "connect", "end call",
-        "vanish", "hang", "addin off", "registry HKCU\\Software\\A\\B = none",
+        "vanish", "hang", "freeze", "addin off", "registry HKCU\\Software\\A\\B = none",
         "outlook 11.0\naddin on", "outlook 11.0\nclick dial", "outlook 11.0\nclose\nclose",
         "client installed\nring \"1\""}) {
     std::string transcript;

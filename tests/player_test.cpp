@@ -44,6 +44,7 @@ TEST(ScenarioLines, ReachTheStage) {
       {"hangup remote", "end"},
       {"stop call", "end"},
       {"hang", "hang on"},
+      {"freeze off", "freeze off"},
       {"language PT", "language 1046"},
       {"language 3079", "language 3079"},
       {"registry HKCU\\Software\\K9T\\CXComAddIn\\UseMapi = 0 # off",

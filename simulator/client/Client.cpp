@@ -15,11 +15,6 @@ Error rejected() {
   return Error(static_cast<std::int32_t>(0x80010001), u"Call was rejected by callee.");
 }
 
-Error busy() {
-  return Error(static_cast<std::int32_t>(0x8001010A),
-               u"The message filter indicated that the application is busy.");
-}
-
 /// What becomes of a call, for the client's status.
 std::u16string_view callWord(Telephone::State state) {
   switch (state) {
@@ -89,6 +84,7 @@ bool Client::inService() const {
 void Client::vanish() {
   process_.reset();
   hangs_.reset();
+  frozen_ = false;
   telephone_.endAll();
 }
 
@@ -97,6 +93,7 @@ std::u16string Client::status() const {
   std::u16string text = hidden_ ? u"running hidden" : u"running";
   if (!inService()) text += u", not in service";
   if (hangs_) text += u", hanging";
+  if (frozen_) text += u", frozen";
   text += callWord(telephone_.state());
   text += telephone_.number();
   return text;
@@ -116,6 +113,15 @@ bool Client::stopCall() {
 
 void Client::hang(bool on, std::uint32_t milliseconds) {
   hangs_ = on && running() ? std::optional(milliseconds) : std::nullopt;
+}
+
+void Client::freeze(bool on) {
+  frozen_ = on && running();
+}
+
+bool Client::answers() {
+  if (frozen_) uptime_.pass(FrozenLook);
+  return !frozen_;
 }
 
 void Client::answerWithError(std::size_t count, automation::Error error) {
@@ -182,9 +188,13 @@ void Client::enter(std::u16string_view member) {
   }
   const auto counted = calls_.try_emplace(std::u16string(member), 0).first;
   ++counted->second;
+  if (frozen_) {
+    uptime_.pass(FrozenCall);
+    throw Error(ErrorNumber::ServerBusy);
+  }
   if (hangs_) {
     uptime_.pass(*hangs_);
-    throw busy();
+    throw Error(ErrorNumber::ServerBusy);
   }
   if (errorsLeft_ > 0) {
     --errorsLeft_;  // from the most that it can be, it never gets to 0

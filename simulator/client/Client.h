@@ -98,6 +98,11 @@ class Client {
   /// While the client hangs, which its end ends, each call takes this long and then raises the
   /// error of a busy server.
   void hang(bool on, std::uint32_t milliseconds = 30000);
+  /// While the client is frozen, which its end ends, it takes no messages. Whoever looks first is
+  /// told so after a while; a call of its objects returns so late that nobody lives to see it.
+  void freeze(bool on);
+  static constexpr std::uint32_t FrozenLook = 5000;
+  static constexpr std::uint32_t FrozenCall = 3'600'000;
   static constexpr std::size_t EveryCall = std::numeric_limits<std::size_t>::max();
   /// The next `count` calls raise this error; 0 ends it.
   void answerWithError(
@@ -129,6 +134,8 @@ class Client {
 
   // ---- For the machine's table of objects. Not counted as handles of the add-in.
 
+  /// A look at whether the client takes messages.
+  bool answers();
   /// Raises error 429 while the client has not registered its object.
   automation::Object applicationObject() const;
   /// A new remote object; raises error 429 as above.
@@ -170,6 +177,7 @@ class Client {
   Telephone telephone_;
 
   std::optional<std::uint32_t> hangs_;
+  bool frozen_ = false;
   std::size_t errorsLeft_ = 0;
   automation::Error error_{automation::ErrorNumber::AutomationFailed};
   std::map<std::u16string, automation::Error, std::less<>> failing_;

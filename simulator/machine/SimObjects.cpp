@@ -7,17 +7,26 @@
 #include "simulator/machine/caseless.h"
 
 namespace simulator {
+namespace {
+
+bool isClients(std::u16string_view className) {
+  return sameName(className, velnor::ApplicationClass) || sameName(className, velnor::RemoteClass);
+}
+
+}  // namespace
 
 automation::Object SimObjects::running(std::u16string_view className) {
   boundary_.service(u"Objects", u"running");
   if (!sameName(className, velnor::ApplicationClass)) {
     throw automation::Error(automation::ErrorNumber::CannotCreateObject);
   }
+  lookAtClient();
   return boundary_.out(client_.applicationObject());
 }
 
 automation::Object SimObjects::create(std::u16string_view className) {
   boundary_.service(u"Objects", u"create");
+  if (isClients(className)) lookAtClient();
   if (sameName(className, velnor::RemoteClass)) return boundary_.out(client_.newRemote());
   // The running client is the one instance of its class.
   if (sameName(className, velnor::ApplicationClass)) {
@@ -28,6 +37,15 @@ automation::Object SimObjects::create(std::u16string_view className) {
     throw automation::Error(automation::ErrorNumber::CannotCreateObject);
   }
   return boundary_.out(found->second());
+}
+
+bool SimObjects::answers(std::u16string_view className) {
+  boundary_.service(u"Objects", u"answers");
+  return !isClients(className) || client_.answers();
+}
+
+void SimObjects::lookAtClient() {
+  if (!client_.answers()) throw automation::Error(automation::ErrorNumber::ServerBusy);
 }
 
 void SimObjects::offer(std::u16string_view className, std::function<automation::Object()> factory) {

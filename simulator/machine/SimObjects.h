@@ -20,6 +20,7 @@ class SimObjects : public platform::Objects {
 
   automation::Object running(std::u16string_view className) override;
   automation::Object create(std::u16string_view className) override;
+  bool answers(std::u16string_view className) override;
 
   // Not crossings: for the program that plays the machine.
 
@@ -28,6 +29,8 @@ class SimObjects : public platform::Objects {
   void withdraw(std::u16string_view className);
 
  private:
+  void lookAtClient();
+
   Boundary& boundary_;
   Client& client_;
   std::map<std::u16string, std::function<automation::Object()>> classes_;  // by folded name

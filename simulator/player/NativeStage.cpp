@@ -121,6 +121,11 @@ void NativeStage::hangClient(bool on) {
   machine_.client.hang(on);
 }
 
+void NativeStage::freezeClient(bool on) {
+  if (!machine_.client.running()) refuse("the client does not run");
+  machine_.client.freeze(on);
+}
+
 void NativeStage::vanishClient() {
   if (!machine_.client.running()) refuse("the client does not run");
   machine_.client.vanish();

@@ -37,6 +37,7 @@ class NativeStage : public OutlookStage, private simulator::ScreenUser {
   void connectCall() override;
   void endCall() override;
   void hangClient(bool on) override;
+  void freezeClient(bool on) override;
   void vanishClient() override;
   void setClient(ClientState state) override;
   void setClientGap(ClientGap gap) override;

@@ -169,6 +169,8 @@ class Stage {
   virtual void endCall() = 0;
   /// The client stops answering calls, or answers again.
   virtual void hangClient(bool on) = 0;
+  /// The client takes no calls and no messages at all, or takes them again.
+  virtual void freezeClient(bool on) = 0;
   /// The client's process is gone at once.
   virtual void vanishClient() = 0;
   virtual void setClient(ClientState state) = 0;

@@ -46,6 +46,12 @@ void hang(Player& player, Arguments& args) {
   player.stage().hangClient(on);
 }
 
+void freeze(Player& player, Arguments& args) {
+  const bool on = args.atEnd() || args.onOff();
+  args.end();
+  player.stage().freezeClient(on);
+}
+
 void vanish(Player& player, Arguments& args) {
   args.end();
   player.stage().vanishClient();
@@ -63,6 +69,8 @@ constexpr Command table[] = {
     {u"stop", "stop call", "the same", Actor::World, endCall},
     {u"hangup", "hangup remote", "the same", Actor::World, endCall},
     {u"hang", "hang [on|off]", "the client stops answering, or answers again", Actor::World, hang},
+    {u"freeze", "freeze [on|off]", "the client takes no messages, or takes them again",
+     Actor::World, freeze},
     {u"vanish", "vanish", "the client's process is gone at once", Actor::World, vanish},
 };
 

@@ -134,7 +134,7 @@ bool ClientServer::hang(std::u16string_view milliseconds) {
 
 bool ClientServer::freeze(std::u16string_view onOff) {
   frozen_ = onOff == u"on";
-  client_.hang(frozen_, 0);
+  client_.freeze(frozen_);
   return true;
 }
 

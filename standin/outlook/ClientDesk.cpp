@@ -84,6 +84,10 @@ void ClientDesk::hang(bool on) {
   runningControl().hang(on);
 }
 
+void ClientDesk::freeze(bool on) {
+  runningControl().freeze(on);
+}
+
 void ClientDesk::vanish() {
   runningControl().vanish();
 }

@@ -25,6 +25,7 @@ class ClientDesk {
   void setGap(scenario::ClientGap gap);
   void setErrors(bool on);
   void hang(bool on);
+  void freeze(bool on);
   void vanish();
   void ring(std::u16string_view number);
   void connectCall();

@@ -99,6 +99,9 @@ void ComStage::endCall() {
 void ComStage::hangClient(bool on) {
   act([&] { client_.hang(on); });
 }
+void ComStage::freezeClient(bool on) {
+  act([&] { client_.freeze(on); });
+}
 void ComStage::vanishClient() {
   act([&] { client_.vanish(); });
 }

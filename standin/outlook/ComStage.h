@@ -33,6 +33,7 @@ class ComStage : public scenario::OutlookStage {
   void connectCall() override;
   void endCall() override;
   void hangClient(bool on) override;
+  void freezeClient(bool on) override;
   void vanishClient() override;
   void setClient(scenario::ClientState state) override;
   void setClientGap(scenario::ClientGap gap) override;

@@ -1,6 +1,8 @@
 // The telephony client fails in its own process: the host lives on, the trace tells why, and the
 // next client that comes up is used as if nothing had been.
 
+#include <algorithm>
+
 #include "standin/proof/ProofDesk.h"
 
 namespace proof {
@@ -11,6 +13,9 @@ constexpr char Refused[] =
     "Warning: GetVelnorPhoneCmdInservice() refused because GetVelnorAuxSvc() not found!";
 constexpr char NotFound[] =
     "Error: ERROR in GetVelnorAuxSvc(): ActiveX component can't create object";
+constexpr char Busy[] =
+    "Error: ERROR in GetVelnorAuxSvc(): The message filter indicated that the application is busy.";
+constexpr char BrokenOff[] = "Error: ERROR in GetVelnorAuxSvc(): Automation error";
 constexpr char NoCommandToType[] =
     "Error: GetVelnorPhoneCmdInservice() is Nothing in OlCmdEvents.CbDial_Change(): ";
 constexpr char NoCommandToDrop[] =
@@ -57,7 +62,7 @@ TEST_F(ClientFaults, ItIsKilledInTheMiddleOfACall) {
     void (*act)(ProofDesk& desk);
     Lines complaints;
   } rows[] = {
-      {u"AuxiliaryService", typeNumber, {Refused, NoCommandToType}},
+      {u"AuxiliaryService", typeNumber, {BrokenOff, Refused, NoCommandToType}},
       // The text is looked at without the client then.
       {u"IsNumber", typeNumber, {NotFound, Refused, NoCommandToDial}},
       {u"ConvertNumber", typeNumber, {"Error: ERROR in CxDial(): Automation error"}},
@@ -154,15 +159,19 @@ TEST_F(ClientFaults, ItHangs) {
   ASSERT_TRUE(client.freeze(true));
   const DWORD start = GetTickCount();
   typeNumber(*this);
-  EXPECT_EQ(complaints(), (Lines{NotFound, Refused, NoCommandToType}));
+  EXPECT_EQ(complaints(), (Lines{Busy, Refused, NoCommandToType}));
   EXPECT_LT(GetTickCount() - start, 10000U);
+  // Nor is a second one started beside it.
+  traced();
+  click(u"CxBtVelnor");
+  EXPECT_EQ(std::ranges::count(traced(), "Debug: ShellExecuteVelnor"), 0);
   ASSERT_TRUE(client.freeze(false));
   expectAllWell();
 
   // It takes calls and answers each in the end that it is busy.
   ASSERT_TRUE(client.hang(true, 200));
   typeNumber(*this);
-  EXPECT_EQ(complaints(), (Lines{Refused, NoCommandToType}));
+  EXPECT_EQ(complaints(), (Lines{Busy, Refused, NoCommandToType}));
   ASSERT_TRUE(client.hang(false));
   expectAllWell();
 }
@@ -173,7 +182,7 @@ TEST_F(ClientFaults, ItIsKilledWhileACallHangs) {
     const Later killing(400, [this] { client.vanish(); });
     typeNumber(*this);
   }
-  EXPECT_EQ(complaints(), (Lines{Refused, NoCommandToType}));
+  EXPECT_EQ(complaints(), (Lines{BrokenOff, Refused, NoCommandToType}));
   expectAllWell();
 }
 

@@ -48,6 +48,7 @@ class Objects : public platform::Objects {
     return alterer_.object(inner_.running(name));
   }
   Object create(std::u16string_view name) override { return alterer_.object(inner_.create(name)); }
+  bool answers(std::u16string_view name) override { return inner_.answers(name); }
 
  private:
   platform::Objects& inner_;

@@ -56,6 +56,16 @@ constexpr Scenario Scenarios[] = {
        begin(a);
        a.click(u"CxBtDial");
      }},
+    {"client frozen", contact,
+     [](Actor& a) {
+       a.startClient();
+       begin(a);
+       a.machine.client.freeze(true);
+       a.click(u"CxBtVelnor");
+       a.click(u"CxBtDial");
+       a.machine.client.freeze(false);
+       a.click(u"CxBtVelnor");
+     }},
     {"client hanging", contact,
      [](Actor& a) {
        a.startClient();

@@ -11,6 +11,15 @@ namespace {
   throw automation::Error(automation::ErrorNumber::CannotCreateObject);
 }
 
+/// Nothing that runs, unless its server says that it is busy.
+void requireFound(HRESULT result) {
+  if (result == RPC_E_CALL_REJECTED || result == RPC_E_SERVERCALL_RETRYLATER ||
+      result == RPC_E_SERVERCALL_REJECTED) {
+    throw automation::Error(automation::ErrorNumber::ServerBusy);
+  }
+  if (FAILED(result)) raiseCannotCreate();
+}
+
 CLSID classOf(std::u16string_view className) {
   CLSID id;
   if (FAILED(CLSIDFromProgID(wide(std::u16string(className)), &id))) raiseCannotCreate();
@@ -21,37 +30,39 @@ CLSID classOf(std::u16string_view className) {
 
 automation::Object Objects::running(std::u16string_view className) {
   const CLSID id = classOf(className);
-  if (hangs(className)) raiseCannotCreate();
+  requireAnswer(className);
   ComPtr<IUnknown> unknown;
-  if (FAILED(GetActiveObject(id, nullptr, unknown.receive())) || !unknown) raiseCannotCreate();
-  const auto dispatch = unknown.as<IDispatch>();
-  if (!dispatch) raiseCannotCreate();
+  requireFound(GetActiveObject(id, nullptr, unknown.receive()));
+  if (!unknown) raiseCannotCreate();
+  ComPtr<IDispatch> dispatch;
+  requireFound(unknown->QueryInterface(IID_IDispatch, dispatch.receiveVoid()));
   return objectOf(dispatch.get());
 }
 
 automation::Object Objects::create(std::u16string_view className) {
   const CLSID id = classOf(className);
-  if (hangs(className)) raiseCannotCreate();
+  requireAnswer(className);
   ComPtr<IDispatch> dispatch;
-  if (FAILED(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER,
-                              IID_IDispatch, dispatch.receiveVoid())) ||
-      !dispatch) {
-    raiseCannotCreate();
-  }
+  requireFound(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER,
+                                IID_IDispatch, dispatch.receiveVoid()));
   return objectOf(dispatch.get());
 }
 
-bool Objects::hangs(std::u16string_view className) const {
+void Objects::requireAnswer(std::u16string_view className) {
+  if (!answers(className)) throw automation::Error(automation::ErrorNumber::ServerBusy);
+}
+
+bool Objects::answers(std::u16string_view className) {
   for (const ServerWindow& server : windows_) {
     if (!sameName(server.className, className)) continue;
     const HWND window = FindWindowA(ansi(server.windowClass).c_str(), nullptr);
     DWORD_PTR answer = 0;
-    return window &&
+    return !window ||
            SendMessageTimeoutA(window, WM_NULL, 0, 0, SMTO_ABORTIFHUNG, server.milliseconds,
-                               &answer) == 0 &&
-           IsWindow(window);
+                               &answer) != 0 ||
+           !IsWindow(window);
   }
-  return false;
+  return true;
 }
 
 }  // namespace windows

@@ -23,9 +23,10 @@ class Objects : public platform::Objects {
 
   automation::Object running(std::u16string_view className) override;
   automation::Object create(std::u16string_view className) override;
+  bool answers(std::u16string_view className) override;
 
  private:
-  bool hangs(std::u16string_view className) const;
+  void requireAnswer(std::u16string_view className);
 
   const std::vector<ServerWindow> windows_;
 };

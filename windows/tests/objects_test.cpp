@@ -331,10 +331,15 @@ TEST_F(Objects, OfAHungServerAreNotWaitedFor) {
   });
   windows::Objects objects({{u"scripting.dictionary", u"Static", 200}});
   EXPECT_TRUE(objects.running(u"Scripting.Dictionary"));
+  EXPECT_TRUE(objects.answers(u"Scripting.Dictionary"));
+  EXPECT_TRUE(objects.answers(u"Nobody.Knows"));
   const HANDLE wake = CreateEventW(nullptr, TRUE, FALSE, nullptr);
   server_->start([wake] { WaitForSingleObject(wake, 10000); });
   const DWORD start = GetTickCount();
-  EXPECT_EQ(errorNumber([&] { objects.running(u"Scripting.Dictionary"); }), 429);
+  constexpr auto Busy = static_cast<std::int32_t>(automation::ErrorNumber::ServerBusy);
+  EXPECT_FALSE(objects.answers(u"Scripting.Dictionary"));
+  EXPECT_EQ(errorNumber([&] { objects.running(u"Scripting.Dictionary"); }), Busy);
+  EXPECT_EQ(errorNumber([&] { objects.create(u"Scripting.Dictionary"); }), Busy);
   EXPECT_LT(GetTickCount() - start, 5000U);
   SetEvent(wake);
   server_->run([&] {
