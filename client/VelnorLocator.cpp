@@ -4,6 +4,7 @@
 #include "infra/modK9TLog.h"
 #include "infra/modRes.h"
 #include "infra/runtime.h"
+#include "infra/text.h"
 #include "platform/clock.h"
 #include "platform/objects.h"
 #include "platform/processes.h"
@@ -19,6 +20,7 @@ constexpr std::u16string_view HiddenStart = u"-hideOnStartup";
 
 /// Results of a start up to this one are failures.
 constexpr std::int32_t LastStartFailure = 32;
+constexpr std::int32_t FileNotFound = 2;
 
 constexpr std::int32_t ObjectTimeout = 102;
 constexpr std::int32_t WindowTimeout = 103;
@@ -50,14 +52,42 @@ class Wait {
   std::int64_t start_;
 };
 
+/// The program of a command line: what stands in quotes at its beginning, or without quotes what
+/// goes up to the first ".exe" that a blank or the end follows. A text without either is a path.
+std::u16string_view programOf(std::u16string_view commandLine) {
+  constexpr std::u16string_view Extension = u".exe";
+  const auto text = trimBlanks(commandLine);
+  if (text.starts_with(u'"')) return text.substr(1, text.find(u'"', 1) - 1);
+  for (std::size_t end = Extension.size(); end <= text.size(); ++end) {
+    const bool last = end == text.size() || text[end] == u' ';
+    if (last &&
+        equalsIgnoringCase(text.substr(end - Extension.size(), Extension.size()), Extension))
+      return text.substr(0, end);
+  }
+  return text;
+}
+
+/// Empty when the client is not installed.
 std::u16string executable() {
   const RegOp key(machine().registry, platform::RegistryRoot::ClassesRoot, ServerKey);
   const auto value = key.value(u"");
-  return value ? value->toText() : std::u16string();
+  return value ? std::u16string(programOf(value->toText())) : std::u16string();
+}
+
+std::u16string quoted(std::u16string_view path) {
+  return concat(u"\"", path, u"\"");
+}
+
+/// Up to and including the last backslash; empty without one.
+std::u16string_view folderOf(std::u16string_view path) {
+  return path.substr(0, path.rfind(u'\\') + 1);
 }
 
 std::int32_t start(std::u16string_view parameters) {
-  return machine().processes.shellExecute(ClientPath(), parameters, ClientDir());
+  const auto path = executable();
+  // For an empty name some shells open the current folder and call that a success.
+  if (path.empty()) return FileNotFound;
+  return machine().processes.shellExecute(quoted(path), parameters, folderOf(path));
 }
 
 velnor::Application runningApplication() {
@@ -115,16 +145,12 @@ bool answersQuery(const velnor::Application& application) {
 std::u16string ClientPath() noexcept {
   std::u16string path;
   trapQuietly([&] { path = executable(); });
-  return concat(u"\"", path, u"\"");
+  return quoted(path);
 }
 
 std::u16string ClientDir() noexcept {
   std::u16string folder;
-  trapQuietly([&] {
-    const auto path = executable();
-    const auto backslash = path.rfind(u'\\');
-    if (backslash != std::u16string::npos) folder = path.substr(0, backslash + 1);
-  });
+  trapQuietly([&] { folder = folderOf(executable()); });
   return folder;
 }
 

@@ -12,7 +12,8 @@ namespace cxol {
 /// thread for at most 20 seconds and one look a stage.
 
 /// The executable's path from the registry in double quotes, so that a path with blanks survives
-/// the shell; the quotes alone when it is not installed.
+/// the shell; the quotes alone when it is not installed. The registry may hold it as a command
+/// line, in quotes or with arguments, of which the path is taken.
 std::u16string ClientPath() noexcept;
 
 /// The executable's folder up to and including its last backslash; empty without one.

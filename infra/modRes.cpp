@@ -3,6 +3,8 @@
 #include <limits>
 #include <optional>
 
+#include "infra/RegOp.h"
+#include "infra/badValue.h"
 #include "infra/errors.h"
 #include "infra/modRegistry.h"
 #include "infra/runtime.h"
@@ -32,10 +34,23 @@ constexpr InterfaceLanguage Languages[] = {
 
 constexpr std::u16string_view LangIdKey = u"Software\\K9T\\Localization\\LangID";
 
+/// The language id in a key, 0 when there is none; a value that gives none leaves a warning.
+std::int32_t langIdIn(std::u16string_view key) {
+  constexpr auto Root = platform::RegistryRoot::CurrentUser;
+  constexpr std::u16string_view Name = u"LangID";
+  const std::int32_t langId = GetRegLong(Root, key, Name);
+  if (langId != 0) return langId;
+  trapQuietly([&] {
+    const auto value = RegOp(machine().registry, Root, key).value(Name);
+    ResumeNext resume;
+    if (value && !resume([&] { automation::Value(GetRegString(Root, key, Name)).toInt32(); }))
+      WarnOfBadNumber(Root, key, Name, *value, u"0");
+  });
+  return 0;
+}
+
 std::int32_t langIdOfApplication() {
-  return GetRegLong(platform::RegistryRoot::CurrentUser,
-                    concat(LangIdKey, u"\\Applications\\", machine().processes.hostModuleName()),
-                    u"LangID");
+  return langIdIn(concat(LangIdKey, u"\\Applications\\", machine().processes.hostModuleName()));
 }
 
 std::int32_t langIdOfLanguageService() {
@@ -68,9 +83,7 @@ bool SelectLanguage() noexcept {
   trapQuietly([&] {
     std::int32_t langId = langIdOfApplication();
     if (langId == 0) langId = langIdOfLanguageService();
-    if (langId == 0) {
-      langId = GetRegLong(platform::RegistryRoot::CurrentUser, LangIdKey, u"LangID");
-    }
+    if (langId == 0) langId = langIdIn(LangIdKey);
     if (langId == 0) langId = machine().language.userDefaultLangId();
     SetLanguage(codeOf(langId));
     selected = true;

@@ -50,6 +50,9 @@ class Registry {
   virtual bool deleteKey(RegistryRoot root, std::u16string_view key) = 0;
   virtual std::vector<std::u16string> valueNames(RegistryRoot root, std::u16string_view key) = 0;
   virtual std::vector<std::u16string> subkeyNames(RegistryRoot root, std::u16string_view key) = 0;
+  /// The text with the values of the process's environment variables in place of their names
+  /// ("%NAME%"): what a text of type ExpandString means. Names of no variable stay.
+  virtual std::u16string expanded(const std::u16string& text) = 0;
 };
 
 }  // namespace platform

@@ -43,14 +43,57 @@ TEST_F(ClientTest, StartsTheClientFromItsRegisteredPath) {
   EXPECT_TRUE(world.traced(u"Debug:   ShellExecuteVelnor"));
 }
 
+TEST_F(ClientTest, FindsThePathInWhatItsServerMayBeRegisteredAs) {
+  using enum platform::RegistryType;
+  constexpr std::u16string_view Path = u"D:\\My Programs\\velnor.exe";
+  const struct {
+    platform::RegistryType type;
+    std::u16string_view value;
+    std::u16string_view path;
+    std::u16string_view folder = u"D:\\My Programs\\";
+  } cases[] = {
+      {String, Path, Path},
+      {String, u"\"D:\\My Programs\\velnor.exe\"", Path},
+      {String, u"\"D:\\My Programs\\velnor.exe\" -Embedding \"x\"", Path},
+      {String, u"\"D:\\My Programs\\velnor.exe", Path},
+      {String, u" D:\\My Programs\\velnor.exe /Automation -x.exe", Path},
+      {String, u"D:\\My Programs\\VELNOR.EXE ", u"D:\\My Programs\\VELNOR.EXE"},
+      {String, u"D:\\My Programs\\a.exec\\v.exe", u"D:\\My Programs\\a.exec\\v.exe",
+       u"D:\\My Programs\\a.exec\\"},
+      {String, u"D:\\My Programs\\velnor", u"D:\\My Programs\\velnor"},
+      {String, u"velnor.exe", u"velnor.exe", u""},
+      {ExpandString, u"%programs%\\velnor.exe -Embedding", Path},
+      {ExpandString, u"\"%Programs%\\velnor.exe\"", Path},
+      {ExpandString, u"D:\\%Unset%\\v.exe", u"D:\\%Unset%\\v.exe", u"D:\\%Unset%\\"},
+      {String, u"%Programs%\\velnor.exe", u"%Programs%\\velnor.exe", u"%Programs%\\"},
+  };
+  auto& registry = world.machine.registry;
+  registry.setVariable(u"Programs", u"D:\\My Programs");
+  for (const auto& c : cases) {
+    platform::RegistryValue stored{c.type, std::u16string(c.value) + u'\0', {}};
+    registry.setRaw(RegistryRoot::ClassesRoot, simulator::Client::RegistryKey, u"", stored);
+    EXPECT_EQ(cxol::ClientPath(), u"\"" + std::u16string(c.path) + u"\"");
+    EXPECT_EQ(cxol::ClientDir(), c.folder);
+  }
+}
+
 TEST_F(ClientTest, ToldThatItIsNotInstalled) {
-  world.machine.client.uninstall(world.machine.registry);
-  EXPECT_EQ(cxol::ClientPath(), u"\"\"");
-  EXPECT_EQ(cxol::ClientDir(), u"");
-  cxol::ShellExecuteVelnorWait();
   const std::u16string text = u"Velnor läßt sich nicht starten. Installieren Sie die Software neu.";
-  EXPECT_EQ(world.machine.screen.messageBoxes(), Texts{text});
-  EXPECT_TRUE(world.traced(u"Error:   " + text));
+  world.machine.client.uninstall(world.machine.registry);
+  const char16_t* const absentOr[] = {nullptr, u"", u" ", u"\"\" -Embedding"};
+  for (const char16_t* value : absentOr) {
+    if (value) {
+      world.machine.registry.setString(RegistryRoot::ClassesRoot, simulator::Client::RegistryKey,
+                                       u"", value);
+    }
+    EXPECT_EQ(cxol::ClientPath(), u"\"\"");
+    EXPECT_EQ(cxol::ClientDir(), u"");
+    world.forget();
+    cxol::ShellExecuteVelnorWait();
+    EXPECT_EQ(world.machine.screen.messageBoxes(), Texts{text});
+    EXPECT_TRUE(world.traced(u"Error:   " + text));
+  }
+  EXPECT_TRUE(world.machine.processes.started().empty()) << "a shell may open a folder";
 }
 
 TEST_F(ClientTest, EachWaitEndsWithItsOwnMessage) {

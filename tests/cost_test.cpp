@@ -69,6 +69,42 @@ TEST_F(CostTest, StartingUpCallsOncePerStep) {
             1u + 2 * 2 + 2);
 }
 
+/// Counts the values that are asked of the registry.
+class RegistryQuestions : public simulator::CrossingObserver {
+ public:
+  explicit RegistryQuestions(simulator::Boundary& boundary) : boundary_(boundary) {
+    boundary_.setObserver(this);
+  }
+  ~RegistryQuestions() override { boundary_.setObserver(nullptr); }
+  void before(const simulator::Crossing& crossing) override {
+    if (crossing.owner == u"Registry" && crossing.member == u"read") ++count;
+  }
+  std::size_t count = 0;
+
+ private:
+  simulator::Boundary& boundary_;
+};
+
+TEST_F(CostTest, StartingUpAsksTheRegistryOncePerSettingAndTraceLine) {
+  // The language of the application and of the user, each once more for a value that is garbled.
+  constexpr std::size_t languages = 2 * 2;
+  // Five of the user and one of the machine.
+  constexpr std::size_t options = 6;
+  // For the name of the file, once.
+  constexpr std::size_t folder = 1;
+  std::size_t lines = 0;
+  for (const bool traced : {true, false}) {
+    SCOPED_TRACE(traced);
+    world.switchTrace(traced);
+    world.forget();
+    const RegistryQuestions questions(world.boundary);
+    world.start();
+    if (traced) lines = world.trace().size();
+    EXPECT_EQ(questions.count, lines + languages + options + (traced ? folder : 0));
+    world.stop();
+  }
+}
+
 TEST_F(CostTest, BuildingAToolbarCallsOncePerStep) {
   const Texts all = {u"CxCbDial", u"CxBtDial", u"CxBtDrop", u"CxBtVelnor", u"CxBtAction"};
   const struct {

@@ -27,7 +27,9 @@ std::int32_t SimProcesses::shellExecute(std::u16string_view file, std::u16string
   std::int32_t result = FileNotFound;
   try {
     boundary_.service(u"Processes", u"shellExecute");
-    if (client_.installed() && sameName(unquoted(file), client_.path())) {
+    if (unquoted(file).empty()) {
+      result = StartedWell;
+    } else if (client_.installed() && sameName(unquoted(file), client_.path())) {
       client_.start(parameters == Client::HideParameter);
       result = StartedWell;
     }

@@ -20,7 +20,8 @@ class SimProcesses : public platform::Processes {
   /// Passes an observer's error through.
   std::u16string hostModuleName() override;
   /// Starts the client when `file`, in quotes or without, is its executable; 2 when there is no
-  /// such file, 5 when an observer fails it.
+  /// such file, 5 when an observer fails it. For an empty name it opens the current folder, as some
+  /// shells do.
   std::int32_t shellExecute(std::u16string_view file, std::u16string_view parameters,
                             std::u16string_view folder) override;
   /// False also when an observer fails it.

@@ -103,6 +103,25 @@ std::vector<std::u16string> SimRegistry::subkeyNames(RegistryRoot root, std::u16
   });
 }
 
+std::u16string SimRegistry::expanded(const std::u16string& text) {
+  std::u16string result;
+  for (std::u16string_view rest = text;;) {
+    const auto begin = rest.find(u'%');
+    const auto end = begin == rest.npos ? rest.npos : rest.find(u'%', begin + 1);
+    if (end == rest.npos) return result.append(rest);
+    const auto found = variables_.find(folded(rest.substr(begin + 1, end - begin - 1)));
+    const bool known = found != variables_.end();
+    result.append(rest.substr(0, begin));
+    // A "%" that ends no name may begin one.
+    result.append(known ? std::u16string_view(found->second) : rest.substr(begin, end - begin));
+    rest.remove_prefix(known ? end + 1 : end);
+  }
+}
+
+void SimRegistry::setVariable(std::u16string_view name, std::u16string_view value) {
+  variables_.insert_or_assign(folded(name), std::u16string(value));
+}
+
 void SimRegistry::makeKey(RegistryRoot root, std::u16string_view key) {
   make(root, key);
 }

@@ -35,9 +35,12 @@ class SimRegistry : public platform::Registry {
                                          std::u16string_view key) override;
   std::vector<std::u16string> subkeyNames(platform::RegistryRoot root,
                                           std::u16string_view key) override;
+  std::u16string expanded(const std::u16string& text) override;
 
   // Not crossings: for the program that plays the machine.
 
+  /// A variable of the process's environment.
+  void setVariable(std::u16string_view name, std::u16string_view value);
   void makeKey(platform::RegistryRoot root, std::u16string_view key);
   void setDword(platform::RegistryRoot root, std::u16string_view key, std::u16string_view name,
                 std::uint32_t value);
@@ -68,6 +71,7 @@ class SimRegistry : public platform::Registry {
   Key& make(platform::RegistryRoot root, std::u16string_view path);
 
   Boundary& boundary_;
+  std::map<std::u16string, std::u16string> variables_;  // by folded name
   Key currentUser_;
   Key localMachine_;
 };

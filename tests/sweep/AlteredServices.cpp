@@ -105,6 +105,7 @@ class Registry : public platform::Registry {
   std::vector<std::u16string> subkeyNames(RegistryRoot root, std::u16string_view key) override {
     return inner_.subkeyNames(root, key);
   }
+  std::u16string expanded(const std::u16string& text) override { return inner_.expanded(text); }
 
  private:
   platform::Registry& inner_;

@@ -1,6 +1,7 @@
 #include "windows/services/Registry.h"
 
-#include <cstring>
+#include <span>
+#include <utility>
 
 #include "windows/com/errors.h"
 #include "windows/com/text.h"
@@ -12,38 +13,13 @@ using platform::RegistryRoot;
 using platform::RegistryType;
 using platform::RegistryValue;
 
-HKEY handleOf(RegistryRoot root) {
-  switch (root) {
-    case RegistryRoot::ClassesRoot: return HKEY_CLASSES_ROOT;
-    case RegistryRoot::CurrentUser: return HKEY_CURRENT_USER;
-    case RegistryRoot::LocalMachine: break;
-  }
-  return HKEY_LOCAL_MACHINE;
-}
-
 /// An open key, or nothing when it can't be opened.
-class Key {
- public:
-  Key() = default;
-  Key(RegistryRoot root, std::u16string_view path, REGSAM access) {
-    if (RegOpenKeyExW(handleOf(root), wide(std::u16string(path)), 0, access, receive()) !=
-        ERROR_SUCCESS) {
-      key_ = nullptr;
-    }
-  }
-  ~Key() {
-    if (key_) RegCloseKey(key_);
-  }
-  Key(const Key&) = delete;
-  Key& operator=(const Key&) = delete;
-
-  explicit operator bool() const noexcept { return key_ != nullptr; }
-  HKEY get() const noexcept { return key_; }
-  HKEY* receive() noexcept { return &key_; }
-
- private:
-  HKEY key_ = nullptr;
-};
+RegistryKey openKey(HKEY parent, const std::u16string& path, REGSAM access) {
+  RegistryKey key;
+  return RegOpenKeyExW(parent, wide(path), 0, access, key.receive()) == ERROR_SUCCESS
+             ? std::move(key)
+             : RegistryKey();
+}
 
 bool isText(DWORD type) {
   return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
@@ -72,10 +48,8 @@ std::vector<std::u16string> names(HKEY key, bool ofValues) {
 /// Windows deletes keys without subkeys only.
 bool deleteTree(HKEY parent, const std::u16string& name) {
   {
-    Key key;
-    if (RegOpenKeyExW(parent, wide(name), 0, KEY_READ, key.receive()) != ERROR_SUCCESS) {
-      return false;
-    }
+    const auto key = openKey(parent, name, KEY_READ);
+    if (!key) return false;
     for (const auto& subkey : names(key.get(), false)) deleteTree(key.get(), subkey);
   }
   return RegDeleteKeyW(parent, wide(name)) == ERROR_SUCCESS;
@@ -85,39 +59,25 @@ bool deleteTree(HKEY parent, const std::u16string& name) {
 
 std::optional<RegistryValue> Registry::read(RegistryRoot root, std::u16string_view key,
                                             std::u16string_view name) {
-  Key opened;
-  if (RegOpenKeyExA(handleOf(root), ansi(key).c_str(), 0, KEY_READ, opened.receive()) !=
-      ERROR_SUCCESS) {
-    return std::nullopt;
-  }
-  const std::string ansiName = ansi(name);
-  DWORD type = REG_NONE;
-  DWORD size = 0;
-  if (RegQueryValueExA(opened.get(), ansiName.c_str(), nullptr, &type, nullptr, &size) !=
-      ERROR_SUCCESS) {
-    return std::nullopt;
-  }
-  // Exactly the stored size: Windows puts a missing NUL behind a text where there is room.
-  std::string data(size, '\0');
-  if (RegQueryValueExA(opened.get(), ansiName.c_str(), nullptr, &type,
-                       reinterpret_cast<BYTE*>(data.data()), &size) != ERROR_SUCCESS) {
-    return std::nullopt;
-  }
-  data.resize(size);
+  // A held key would stick to one of the two that are merged there.
+  HeldKeys passing;
+  const auto stored =
+      (root == RegistryRoot::ClassesRoot ? passing : heldKeys_).read(root, key, name);
+  if (!stored) return std::nullopt;
   RegistryValue value;
-  value.type = static_cast<RegistryType>(type);
-  if (isText(type)) {
-    value.text = fromAnsi(data);
+  value.type = static_cast<RegistryType>(stored->type);
+  if (isText(stored->type)) {
+    value.text = fromAnsi(stored->bytes);
   } else {
-    value.bytes.resize(data.size());
-    if (!data.empty()) std::memcpy(value.bytes.data(), data.data(), data.size());
+    const auto bytes = std::as_bytes(std::span(stored->bytes));
+    value.bytes.assign(bytes.begin(), bytes.end());
   }
   return value;
 }
 
 void Registry::write(RegistryRoot root, std::u16string_view key, std::u16string_view name,
                      const RegistryValue& value) {
-  Key opened;
+  RegistryKey opened;
   const LONG created =
       RegCreateKeyExW(handleOf(root), wide(std::u16string(key)), 0, nullptr,
                       REG_OPTION_NON_VOLATILE, KEY_WRITE, nullptr, opened.receive(), nullptr);
@@ -132,7 +92,7 @@ void Registry::write(RegistryRoot root, std::u16string_view key, std::u16string_
 }
 
 bool Registry::deleteValue(RegistryRoot root, std::u16string_view key, std::u16string_view name) {
-  const Key opened(root, key, KEY_SET_VALUE);
+  const auto opened = openKey(handleOf(root), std::u16string(key), KEY_SET_VALUE);
   return opened && RegDeleteValueW(opened.get(), wide(std::u16string(name))) == ERROR_SUCCESS;
 }
 
@@ -142,12 +102,22 @@ bool Registry::deleteKey(RegistryRoot root, std::u16string_view key) {
 }
 
 std::vector<std::u16string> Registry::valueNames(RegistryRoot root, std::u16string_view key) {
-  const Key opened(root, key, KEY_READ);
+  const auto opened = openKey(handleOf(root), std::u16string(key), KEY_READ);
   return opened ? names(opened.get(), true) : std::vector<std::u16string>();
 }
 
+std::u16string Registry::expanded(const std::u16string& text) {
+  // The size counts the final NUL.
+  std::u16string result(ExpandEnvironmentStringsW(wide(text), nullptr, 0), u'\0');
+  const DWORD size = ExpandEnvironmentStringsW(
+      wide(text), reinterpret_cast<wchar_t*>(result.data()), static_cast<DWORD>(result.size()));
+  if (size == 0 || size > result.size()) return text;
+  result.resize(size - 1);
+  return result;
+}
+
 std::vector<std::u16string> Registry::subkeyNames(RegistryRoot root, std::u16string_view key) {
-  const Key opened(root, key, KEY_READ);
+  const auto opened = openKey(handleOf(root), std::u16string(key), KEY_READ);
   return opened ? names(opened.get(), false) : std::vector<std::u16string>();
 }
 

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "platform/registry.h"
+#include "windows/services/HeldKeys.h"
 
 namespace windows {
 
 /// The registry. Values are read as ANSI text, as the programs that share them write them; all else
-/// is Unicode.
+/// is Unicode. The keys of values that were read stay open until the object's end. To be used by
+/// one thread.
 class Registry : public platform::Registry {
  public:
   std::optional<platform::RegistryValue> read(platform::RegistryRoot root, std::u16string_view key,
@@ -19,6 +21,10 @@ class Registry : public platform::Registry {
                                          std::u16string_view key) override;
   std::vector<std::u16string> subkeyNames(platform::RegistryRoot root,
                                           std::u16string_view key) override;
+  std::u16string expanded(const std::u16string& text) override;
+
+ private:
+  HeldKeys heldKeys_;
 };
 
 }  // namespace windows
