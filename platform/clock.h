@@ -21,7 +21,8 @@ class Clock {
   virtual LocalTime localTime() = 0;
   /// Blocks the thread; no event and no timer is delivered meanwhile.
   virtual void sleep(std::uint32_t milliseconds) = 0;
-  /// Delivers the messages that are pending for the thread, once.
+  /// Delivers the messages that are pending for the thread, for 200 ms at most: some senders always
+  /// have one more.
   virtual void pumpMessages() = 0;
 };
 

@@ -24,6 +24,15 @@ struct Point {
   std::int32_t y = 0;
 };
 
+/// A twip is 1/1440 inch: a pixel of a screen of 96 dpi has 15, one of 192 dpi has 7.5.
+struct TwipsPerPixel {
+  double x = 15;
+  double y = 15;
+};
+constexpr double twipsPerPixel(int dotsPerInch) {
+  return 1440.0 / dotsPerInch;
+}
+
 /// What the add-in shows by itself: message boxes and popup menus over an invisible anchor window.
 /// Positions of the anchor and of menus are in twips.
 class Screen {
@@ -33,8 +42,7 @@ class Screen {
   virtual void messageBox(std::u16string_view text) = 0;
   /// The mouse pointer, in pixels.
   virtual Point cursorPosition() = 0;
-  /// Twips per pixel of each axis: 15 at 96 dpi.
-  virtual Point twipsPerPixel() = 0;
+  virtual TwipsPerPixel twipsPerPixel() = 0;
   /// Shows the anchor, a window without extent, at this place of the screen.
   virtual void showAnchor(Point twips) = 0;
   virtual void hideAnchor() = 0;

@@ -35,8 +35,8 @@ enum EntryId : int {
 constexpr int ArrayStep = 100;
 
 /// The form's coordinates are signed 16-bit twips; what does not fit raises error 6.
-std::int16_t twips(std::int32_t pixels, std::int32_t twipsPerPixel) {
-  return roundToInt16(static_cast<double>(pixels) * twipsPerPixel);
+std::int16_t twips(std::int32_t pixels, double twipsPerPixel) {
+  return roundToInt16(pixels * twipsPerPixel);
 }
 
 void append(std::vector<PopupEntry>& entries, const MenuItem& item, int id) {

@@ -173,11 +173,41 @@ TEST_F(CommandsTest, TheMenuOpensUnderItsButton) {
                            automation::Value(popup.anchor->x).toText() + u" Top: " +
                            automation::Value(popup.anchor->y).toText()));
   // Twips are 16 bits wide: a button too far out gets no menu, and nothing is left on the screen.
-  world.machine.screen.setTwipsPerPixel({20'000, 20'000});
+  world.machine.screen.setDotsPerInch(1);
   world.forget();
   click(u"CxBtDial");
   EXPECT_TRUE(world.machine.screen.popups().empty());
   EXPECT_FALSE(world.machine.screen.anchor());
+}
+
+TEST_F(CommandsTest, PixelsOfEveryScreenAreConvertedAsAWhole) {
+  world.addContact(u"Meier", {{u"HomeTelephoneNumber", u"1"}});
+  world.startClient();
+  world.start(u"12.0.4518.1014");
+  const int mail = world.host->openItem(u"Meier");
+  const struct {
+    int dotsPerInch;
+    platform::Point pointer;
+    platform::Point anchor;
+  } cases[] = {
+      {96, {101, 33}, {1515, 495}},
+      // Halves go to the even neighbour.
+      {192, {101, 33}, {758, 248}},
+      {192, {99, 31}, {742, 232}},
+      {110, {101, 33}, {1322, 432}},
+      {120, {2000, 1500}, {24'000, 18'000}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.dotsPerInch);
+    world.machine.screen.setDotsPerInch(c.dotsPerInch);
+    world.machine.screen.setCursor(c.pointer);
+    world.host->clickRibbon(mail, u"IDS_WaehlenCombo");
+    ASSERT_FALSE(world.machine.screen.popups().empty());
+    const auto& anchor = world.machine.screen.popups().back().anchor;
+    ASSERT_TRUE(anchor);
+    EXPECT_EQ(anchor->x, c.anchor.x);
+    EXPECT_EQ(anchor->y, c.anchor.y);
+  }
 }
 
 TEST_F(CommandsTest, APictureThatFailsTwiceLeavesTheButtonAsItWas) {

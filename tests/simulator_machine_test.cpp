@@ -206,8 +206,8 @@ TEST_F(SimulatedMachineTest, APersonChoosesOnlyWhatAMenuOffers) {
   const auto& shown = machine.screen.popups().front();
   ASSERT_TRUE(shown.anchor);
   EXPECT_EQ(shown.anchor->x, 1516);
-  EXPECT_EQ(shown.pixels.x, 98);
-  EXPECT_EQ(shown.pixels.y, 60);
+  EXPECT_EQ(shown.pixels.x, 99);
+  EXPECT_EQ(shown.pixels.y, 61);
   EXPECT_EQ(shown.chosen, 1);
   on.screen.hideAnchor();
   machine.screen.setUser(nullptr);

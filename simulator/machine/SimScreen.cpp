@@ -1,10 +1,17 @@
 #include "simulator/machine/SimScreen.h"
 
+#include <cmath>
+
 namespace simulator {
 namespace {
 
 using platform::Point;
 using platform::PopupEntry;
+
+/// The nearest one.
+std::int32_t toPixels(std::int32_t twips, double twipsPerPixel) {
+  return static_cast<std::int32_t>(std::lround(twips / twipsPerPixel));
+}
 
 /// Whether a person can choose an entry with this id.
 bool offers(const std::vector<PopupEntry>& menu, int id) {
@@ -28,7 +35,7 @@ Point SimScreen::cursorPosition() {
   return cursor_;
 }
 
-Point SimScreen::twipsPerPixel() {
+platform::TwipsPerPixel SimScreen::twipsPerPixel() {
   boundary_.service(u"Screen", u"twipsPerPixel");
   return twipsPerPixel_;
 }
@@ -46,7 +53,8 @@ void SimScreen::hideAnchor() {
 std::optional<int> SimScreen::trackPopup(const std::vector<PopupEntry>& menu, Point twips) {
   boundary_.service(u"Screen", u"trackPopup");
   const Point base = anchor_.value_or(Point{});
-  const Point pixels{(base.x + twips.x) / twipsPerPixel_.x, (base.y + twips.y) / twipsPerPixel_.y};
+  const Point pixels{toPixels(base.x + twips.x, twipsPerPixel_.x),
+                     toPixels(base.y + twips.y, twipsPerPixel_.y)};
   popups_.push_back({menu, anchor_, twips, pixels, std::nullopt});
   if (!user_) return std::nullopt;
   // The log may grow or be cleared while the menu is open.

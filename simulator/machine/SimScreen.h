@@ -32,7 +32,7 @@ class SimScreen : public platform::Screen {
 
   void messageBox(std::u16string_view text) override;
   platform::Point cursorPosition() override;
-  platform::Point twipsPerPixel() override;
+  platform::TwipsPerPixel twipsPerPixel() override;
   void showAnchor(platform::Point twips) override;
   void hideAnchor() override;
   std::optional<int> trackPopup(const std::vector<platform::PopupEntry>& menu,
@@ -43,7 +43,9 @@ class SimScreen : public platform::Screen {
   /// Null for someone who closes boxes and leaves menus. Must outlive its time in office.
   void setUser(ScreenUser* user) { user_ = user; }
   void setCursor(platform::Point pixels) { cursor_ = pixels; }
-  void setTwipsPerPixel(platform::Point twips) { twipsPerPixel_ = twips; }
+  void setDotsPerInch(int dots) {
+    twipsPerPixel_ = {platform::twipsPerPixel(dots), platform::twipsPerPixel(dots)};
+  }
 
   /// One popup menu that was shown.
   struct Popup {
@@ -65,7 +67,7 @@ class SimScreen : public platform::Screen {
   Boundary& boundary_;
   ScreenUser* user_ = nullptr;
   platform::Point cursor_{400, 300};
-  platform::Point twipsPerPixel_{15, 15};
+  platform::TwipsPerPixel twipsPerPixel_;
   std::optional<platform::Point> anchor_;
   std::vector<std::u16string> messageBoxes_;
   std::vector<Popup> popups_;

@@ -7,15 +7,22 @@
 namespace windows {
 
 /// A library that is loaded, by its bare name or a full path, when one of its functions is first
-/// called. A failure is not remembered: the next call tries again. Freed in the end.
+/// called. One that is missing is looked for once, which takes the system through many folders.
 class Library {
  public:
-  explicit Library(std::string name) : name_(std::move(name)) {}
+  enum class AtEnd {
+    Free,
+    /// For one that may have threads of its own: they would run on in code that is gone.
+    Keep
+  };
+
+  explicit Library(std::string name, AtEnd atEnd = AtEnd::Free)
+      : name_(std::move(name)), atEnd_(atEnd) {}
   ~Library();
   Library(const Library&) = delete;
   Library& operator=(const Library&) = delete;
 
-  /// False when the library is not there.
+  /// False when the library is not there or can't be loaded, which the user is told nothing of.
   bool load();
 
   /// Null when library or function is not there.
@@ -35,6 +42,8 @@ class Library {
   void* requiredAddress(const char* function);
 
   const std::string name_;
+  const AtEnd atEnd_;
+  bool tried_ = false;
   HMODULE module_ = nullptr;
 };
 

@@ -12,7 +12,7 @@ using Write = LONG WINAPI(LONG index, LONG level, const char* message);
 }  // namespace
 
 void LoggingLibrary::load(std::u16string_view path) {
-  fullPath_ = std::make_unique<Library>(ansi(path));
+  fullPath_ = std::make_unique<Library>(ansi(path), Library::AtEnd::Keep);
   fullPath_->load();
 }
 

@@ -7,7 +7,8 @@
 
 namespace windows {
 
-/// The maker's logging library.
+/// The maker's logging library. It stays in the process: its loggers are never closed, and their
+/// threads run until the process ends.
 class LoggingLibrary : public platform::LoggingLibrary {
  public:
   void load(std::u16string_view path) override;
@@ -19,7 +20,7 @@ class LoggingLibrary : public platform::LoggingLibrary {
  private:
   /// Kept in memory, so that the bare name finds it.
   std::unique_ptr<Library> fullPath_;
-  Library library_{"k9tlogvb.dll"};
+  Library library_{"k9tlogvb.dll", Library::AtEnd::Keep};
 };
 
 }  // namespace windows

@@ -16,7 +16,7 @@
 namespace windows {
 
 /// The services of this machine for one program. One at a time, for one thread; its end leaves no
-/// window, timer or library behind.
+/// window and no timer behind, and of the libraries only the maker's.
 class Machine {
  public:
   /// `module` carries the resources.

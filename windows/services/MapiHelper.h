@@ -6,7 +6,7 @@
 namespace windows {
 
 /// The maker's MAPI helper library. Texts come back as BSTRs and lists as arrays of BSTRs, which
-/// the caller frees.
+/// the caller frees. The library stays in the process.
 class MapiHelper : public platform::MapiHelper {
  public:
   std::int32_t init() override;
@@ -22,7 +22,7 @@ class MapiHelper : public platform::MapiHelper {
  private:
   CountedText countedText(const char* function, const automation::Object& item);
 
-  Library library_{"cxmapihlp.dll"};
+  Library library_{"cxmapihlp.dll", Library::AtEnd::Keep};
 };
 
 }  // namespace windows

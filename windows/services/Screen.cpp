@@ -9,10 +9,8 @@
 namespace windows {
 namespace {
 
-constexpr int TwipsPerInch = 1440;
-
-LONG toPixels(std::int32_t twips, std::int32_t twipsPerPixel) {
-  return std::lround(static_cast<double>(twips) / twipsPerPixel);
+LONG toPixels(std::int32_t twips, double twipsPerPixel) {
+  return std::lround(twips / twipsPerPixel);
 }
 
 }  // namespace
@@ -24,7 +22,9 @@ Screen::~Screen() {
 }
 
 void Screen::messageBox(std::u16string_view text) {
-  MessageBoxW(GetActiveWindow(), wide(std::u16string(text)), BoxTitle, MB_OK | MB_TASKMODAL);
+  // With an owner it would be modal to that one alone, and Outlook has many windows.
+  MessageBoxW(nullptr, wide(std::u16string(text)), BoxTitle,
+              MB_OK | MB_TASKMODAL | MB_SETFOREGROUND);
 }
 
 platform::Point Screen::cursorPosition() {
@@ -33,13 +33,15 @@ platform::Point Screen::cursorPosition() {
   return {point.x, point.y};
 }
 
-platform::Point Screen::twipsPerPixel() {
+platform::TwipsPerPixel Screen::twipsPerPixel() {
   const HDC screen = GetDC(nullptr);
   const int across = GetDeviceCaps(screen, LOGPIXELSX);
   const int down = GetDeviceCaps(screen, LOGPIXELSY);
   ReleaseDC(nullptr, screen);
-  constexpr int Usual = 15;
-  return {across > 0 ? TwipsPerInch / across : Usual, down > 0 ? TwipsPerInch / down : Usual};
+  platform::TwipsPerPixel result;
+  if (across > 0) result.x = platform::twipsPerPixel(across);
+  if (down > 0) result.y = platform::twipsPerPixel(down);
+  return result;
 }
 
 HWND Screen::anchor() {

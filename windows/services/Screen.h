@@ -21,7 +21,7 @@ class Screen : public platform::Screen {
 
   void messageBox(std::u16string_view text) override;
   platform::Point cursorPosition() override;
-  platform::Point twipsPerPixel() override;
+  platform::TwipsPerPixel twipsPerPixel() override;
   void showAnchor(platform::Point twips) override;
   void hideAnchor() override;
   std::optional<int> trackPopup(const std::vector<platform::PopupEntry>& menu,

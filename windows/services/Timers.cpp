@@ -1,6 +1,7 @@
 #include "windows/services/Timers.h"
 
 #include <algorithm>
+#include <optional>
 #include <vector>
 
 #include "windows/com/EntryHold.h"
@@ -57,15 +58,23 @@ void Timers::onTimer(HWND, UINT, UINT_PTR id, DWORD) noexcept {
   });
 }
 
-/// A message that is in the queue already would call into a module that may be gone by then.
+/// A message that is in the queue already would call into a module that may be gone by then. Only a
+/// Windows 2000 without its updates needs this: since late 2002 the system itself drops a message
+/// whose timer is no more, when it is dispatched.
 void Timers::dropPending() const {
   auto* const ofThread = reinterpret_cast<HWND>(static_cast<INT_PTR>(-1));
   // Somebody else's timer that is due all the time must not keep us here.
   constexpr std::size_t Enough = 100;
   std::vector<MSG> others;
+  std::optional<int> exitCode;
   MSG message;
   while (others.size() < Enough &&
          PeekMessageW(&message, ofThread, WM_TIMER, WM_TIMER, PM_REMOVE)) {
+    // The end of the host's loop comes through every filter, and is taken away with it.
+    if (message.message == WM_QUIT) {
+      exitCode = static_cast<int>(message.wParam);
+      continue;
+    }
     // By id: the procedure may stand there in a form of the system's own.
     const bool ours =
         ticks_.contains(message.wParam) || std::ranges::count(killed_, message.wParam) != 0;
@@ -74,6 +83,7 @@ void Timers::dropPending() const {
   for (const MSG& other : others) {
     PostThreadMessageW(GetCurrentThreadId(), WM_TIMER, other.wParam, other.lParam);
   }
+  if (exitCode) PostQuitMessage(*exitCode);
 }
 
 }  // namespace windows

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
 
 #include "windows/com/ComObject.h"
@@ -96,7 +97,9 @@ TEST(ScreenTest, MenusOpenAtTheAnchorAndLeaveNothing) {
   {
     Screen screen(GetModuleHandleW(nullptr));
     const auto perPixel = screen.twipsPerPixel();
-    screen.showAnchor({100 * perPixel.x + 16, 62 * perPixel.y + 16});
+    // As the form does it: on any screen the pixels of a control.
+    screen.showAnchor({static_cast<std::int32_t>(std::lround(100 * perPixel.x)),
+                       static_cast<std::int32_t>(std::lround(62 * perPixel.y))});
     const HWND anchor = FindWindowW(Screen::AnchorClass, nullptr);
     EXPECT_TRUE(IsWindowVisible(anchor));
     GetWindowRect(anchor, &anchorPlace);
@@ -109,10 +112,10 @@ TEST(ScreenTest, MenusOpenAtTheAnchorAndLeaveNothing) {
     EXPECT_FALSE(IsWindowVisible(anchor));
   }
   EXPECT_EQ(anchorPlace.right - anchorPlace.left, 0);
-  EXPECT_EQ(anchorPlace.left, 101);
-  EXPECT_EQ(anchorPlace.top, 63);
-  EXPECT_NEAR(place.left, 99, 1);
-  EXPECT_NEAR(place.top, 61, 1);
+  EXPECT_EQ(anchorPlace.left, 100);
+  EXPECT_EQ(anchorPlace.top, 62);
+  EXPECT_NEAR(place.left, 98, 3) << "32 twips before it";
+  EXPECT_NEAR(place.top, 60, 3);
   EXPECT_EQ(FindWindowW(Screen::AnchorClass, nullptr), nullptr);
   WNDCLASSW windowClass;
   EXPECT_FALSE(GetClassInfoW(GetModuleHandleW(nullptr), Screen::AnchorClass, &windowClass));
@@ -130,12 +133,105 @@ TEST(ScreenTest, BoxesShowTheirText) {
   EXPECT_EQ(utf16(shown), u"Velnor läßt sich nicht starten.");
 }
 
+HWND visibleWindow() {
+  return CreateWindowW(L"STATIC", nullptr, WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr, nullptr,
+                       nullptr, nullptr);
+}
+
+TEST(ScreenTest, BoxesAreModalToAllWindowsAndInFront) {
+  const HWND first = visibleWindow();
+  const HWND second = visibleWindow();
+  SetActiveWindow(first);
+  // Somebody else has the user's attention.
+  Watcher other(L"#32770", Screen::BoxTitle, [&](HWND box) {
+    EXPECT_EQ(GetWindow(box, GW_OWNER), nullptr);
+    EXPECT_FALSE(IsWindowEnabled(first));
+    EXPECT_FALSE(IsWindowEnabled(second));
+    for (int i = 0; i < 200 && GetForegroundWindow() != box; ++i) Sleep(5);
+    EXPECT_EQ(GetForegroundWindow(), box);
+    PostMessageW(box, WM_COMMAND, IDOK, 0);
+  });
+  struct Background {
+    static DWORD WINAPI run(void* done) {
+      const HWND window = visibleWindow();
+      SetForegroundWindow(window);
+      SetEvent(static_cast<HANDLE*>(done)[0]);
+      WaitForSingleObject(static_cast<HANDLE*>(done)[1], INFINITE);
+      DestroyWindow(window);
+      return 0;
+    }
+  };
+  HANDLE events[2] = {CreateEventW(nullptr, TRUE, FALSE, nullptr),
+                      CreateEventW(nullptr, TRUE, FALSE, nullptr)};
+  const HANDLE thread = CreateThread(nullptr, 0, &Background::run, events, 0, nullptr);
+  WaitForSingleObject(events[0], INFINITE);
+  Screen(GetModuleHandleW(nullptr)).messageBox(u"in front");
+  EXPECT_TRUE(other.found());
+  EXPECT_TRUE(IsWindowEnabled(first));
+  EXPECT_TRUE(IsWindowEnabled(second));
+  SetEvent(events[1]);
+  WaitForSingleObject(thread, INFINITE);
+  for (const HANDLE handle : {events[0], events[1], thread}) CloseHandle(handle);
+  DestroyWindow(first);
+  DestroyWindow(second);
+}
+
 TEST(ScreenTest, TellsPointerAndMetrics) {
   Screen screen(GetModuleHandleW(nullptr));
   SetCursorPos(123, 77);
   EXPECT_EQ(screen.cursorPosition().x, 123);
   EXPECT_EQ(screen.cursorPosition().y, 77);
-  EXPECT_EQ(screen.twipsPerPixel().x, 15);
+  const HDC device = GetDC(nullptr);
+  EXPECT_EQ(screen.twipsPerPixel().x, 1440.0 / GetDeviceCaps(device, LOGPIXELSX));
+  EXPECT_EQ(screen.twipsPerPixel().y, 1440.0 / GetDeviceCaps(device, LOGPIXELSY));
+  ReleaseDC(nullptr, device);
+}
+
+/// The user's setting of the screen's resolution, which a program takes over when it starts.
+class DotsPerInch {
+ public:
+  DotsPerInch() {
+    RegOpenKeyExW(HKEY_CURRENT_USER, L"Control Panel\\Desktop", 0, KEY_ALL_ACCESS, &key_);
+    DWORD size = sizeof before_;
+    found_ = RegQueryValueExW(key_, Name, nullptr, nullptr, reinterpret_cast<BYTE*>(&before_),
+                              &size) == ERROR_SUCCESS;
+  }
+  ~DotsPerInch() {
+    found_ ? set(before_) : RegDeleteValueW(key_, Name);
+    RegCloseKey(key_);
+  }
+  LONG set(DWORD dots) {
+    return RegSetValueExW(key_, Name, 0, REG_DWORD, reinterpret_cast<BYTE*>(&dots), sizeof dots);
+  }
+
+ private:
+  static constexpr wchar_t Name[] = L"LogPixels";
+  HKEY key_ = nullptr;
+  DWORD before_ = 0;
+  bool found_ = false;
+};
+
+TEST(ScreenTest, MenusOpenAtTheirPixelOnEveryScreen) {
+  DotsPerInch setting;
+  for (const DWORD dots : {192, 110}) {
+    SCOPED_TRACE(dots);
+    ASSERT_EQ(setting.set(dots), ERROR_SUCCESS);
+    wchar_t command[] =
+        L"windows_tests.exe --gtest_filter=ScreenTest.MenusOpenAtTheAnchor*:*Metrics";
+    STARTUPINFOW start{};
+    start.cb = sizeof start;
+    PROCESS_INFORMATION process{};
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    ASSERT_TRUE(CreateProcessW(path, command, nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                               &process));
+    WaitForSingleObject(process.hProcess, INFINITE);
+    DWORD code = 0;
+    GetExitCodeProcess(process.hProcess, &code);
+    EXPECT_EQ(code, 0U);
+    CloseHandle(process.hProcess);
+    CloseHandle(process.hThread);
+  }
 }
 
 /// Colours of a bitmap that are not the background's.

@@ -5,8 +5,18 @@
 #include "windows/com/api.h"
 
 namespace {
+
 LONG writes = 0;
+UINT modeAtLoad = 0;
+
+/// The system tells the mode only to who sets it.
+UINT errorMode() {
+  const UINT mode = SetErrorMode(0);
+  SetErrorMode(mode);
+  return mode;
 }
+
+}  // namespace
 
 extern "C" {
 
@@ -28,6 +38,16 @@ LONG WINAPI K9TLog_Write(LONG index, LONG level, const char* message) {
                              "e") == 0
              ? 0
              : 3;
+}
+
+BOOL WINAPI DllMain(HINSTANCE, DWORD reason, LPVOID) {
+  if (reason == DLL_PROCESS_ATTACH) modeAtLoad = errorMode();
+  return TRUE;
+}
+
+/// The system's error mode while the library was loaded.
+UINT WINAPI TestModeAtLoad() {
+  return modeAtLoad;
 }
 
 /// How many lines came so far.
