@@ -1,6 +1,7 @@
 #include "client/CxDial.h"
 
 #include "addin/settings.h"
+#include "client/PhoneCommandFor.h"
 #include "client/VelnorLocator.h"
 #include "infra/modK9TLog.h"
 
@@ -59,11 +60,8 @@ void dialOnLine(const velnor::PhoneCommand& command, std::u16string_view number)
 void CxDial(std::u16string_view number) noexcept {
   trapAndLog(u"ERROR in CxDial(): ", [&] {
     log(LogDebug, number, u"");
-    const auto command = GetVelnorPhoneCmdInservice();
-    if (!command) {
-      // The locator has traced its reason already: no error is pending here.
-      return LogError(u"GetVelnorPhoneCmdInservice() is Nothing in CxDial(): ");
-    }
+    const auto command = PhoneCommandFor(u"CxDial");
+    if (!command) return;
     if ((command.lineState() & linestate::Mask) == linestate::Connected) {
       offerInWindow(number);
     } else if (ReadOption(options::DialRemote)) {

@@ -4,6 +4,7 @@
 #include "client/CxDial.h"
 #include "client/IsDialableNumber.h"
 #include "client/OpenVelnorActionDialog.h"
+#include "client/PhoneCommandFor.h"
 #include "client/VelnorLocator.h"
 #include "explorer/SDKTimer.h"
 #include "explorer/modSelectionTimer.h"
@@ -35,13 +36,8 @@ std::u16string shortened(std::u16string caption) {
   return caption.append(Ellipsis);
 }
 
-/// The phone commands, or nothing with a line in the trace that names the asking handler.
 velnor::PhoneCommand phoneCommandFor(std::u16string_view handler) {
-  auto command = GetVelnorPhoneCmdInservice();
-  if (!command) {
-    LogError(concat(u"GetVelnorPhoneCmdInservice() is Nothing in OlCmdEvents.", handler, u"(): "));
-  }
-  return command;
+  return PhoneCommandFor(concat(u"OlCmdEvents.", handler));
 }
 
 /// Ends a running client together with Outlook.

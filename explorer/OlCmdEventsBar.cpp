@@ -1,5 +1,6 @@
 #include <string_view>
 
+#include "addin/barNames.h"
 #include "addin/globals.h"
 #include "addin/identity.h"
 #include "client/SetButtonImage.h"
@@ -84,18 +85,16 @@ void OlCmdEvents::InitVelnorBarExplorer() {
 }
 
 office::CommandBar OlCmdEvents::findBar() const {
-  const auto& g = globals();
   ResumeNext resume;
   office::CommandBar bar;
   office::CommandBars bars;
   resume([&] { bars = explorer_.commandBars(); });
+  const auto names = BarNames();
   // The first look for the product's own bar may come too early for Office: it is repeated.
-  for (const std::u16string_view name :
-       {std::u16string_view(g.g_product), std::u16string_view(g.g_product),
-        std::u16string_view(g.g_brand1), std::u16string_view(g.g_brand2),
-        std::u16string_view(g.g_brand3), std::u16string_view(g.g_brand4), NeutralName}) {
-    resume([&] { bar = bars.item(name); });
+  resume([&] { bar = bars.item(names.front()); });
+  for (const auto& name : names) {
     if (bar) break;
+    resume([&] { bar = bars.item(name); });
   }
   return bar;
 }

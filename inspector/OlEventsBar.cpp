@@ -1,6 +1,7 @@
 #include <string_view>
 #include <utility>
 
+#include "addin/barNames.h"
 #include "addin/globals.h"
 #include "addin/identity.h"
 #include "client/SetButtonImage.h"
@@ -79,15 +80,11 @@ bool OlEvents::prepareBar() {
 }
 
 office::CommandBar OlEvents::findBar() const {
-  const auto& g = globals();
   ResumeNext resume;
   office::CommandBar bar;
   office::CommandBars bars;
   resume([&] { bars = inspector_.commandBars(); });
-  for (const std::u16string_view name :
-       {std::u16string_view(g.g_product), std::u16string_view(g.g_brand1),
-        std::u16string_view(g.g_brand2), std::u16string_view(g.g_brand3),
-        std::u16string_view(g.g_brand4), NeutralName}) {
+  for (const auto& name : BarNames()) {
     resume([&] { bar = bars.item(name); });
     if (bar) break;
   }
