@@ -97,6 +97,19 @@ TEST_F(ItemsTest, EveryKindNamesItsPersons) {
   }
 }
 
+TEST_F(ItemsTest, ANumberIsFoundInASubjectWhateverLanguageWroteIt) {
+  world.start();
+  const Texts languages = {u"DE", u"EN", u"FR", u"IT", u"ES", u"PT"};
+  for (const auto& writer : languages) {
+    cxol::SetLanguage(writer);
+    const auto subject = cxol::GetResString(301) + u"Meier" + cxol::GetResString(302) + u"0711 1";
+    for (const auto& reader : languages) {
+      cxol::SetLanguage(reader);
+      EXPECT_EQ(cxol::GetNumberFromSubject(subject), u"0711 1");
+    }
+  }
+}
+
 TEST_F(ItemsTest, WithoutTheHelperMailsAndAppointmentsNameNobody) {
   world.option(AddInKey, u"UseMapi", 0);
   world.addContact(u"Meier");
