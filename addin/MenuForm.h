@@ -9,15 +9,17 @@
 
 namespace cxol {
 
-/// One entry of a popup menu.
+/// One entry of a popup menu, invisible until it is filled.
 struct MenuItem {
   std::u16string caption;
-  bool visible = true;
+  bool visible = false;
   bool enabled = true;
 };
 
-/// The most numbers that a menu shows.
+/// The most numbers that a menu to dial from shows, and that the menu of actions does: every one of
+/// a contact's.
 inline constexpr std::size_t MenuLength = 13;
+inline constexpr std::size_t ActionMenuLength = 14;
 using MenuArray = std::array<MenuItem, MenuLength>;
 
 /// The popup menus of the hidden form as data, and what others may ask of the form. A choice is
@@ -45,7 +47,7 @@ class MenuForm {
   MenuItem MenuTaskPhoneNumbers;  ///< the submenu of `MenuTaskNumbers`
   MenuArray MenuTaskNumbers;
   /// `MenuPopup`
-  MenuArray ActionNumbers;
+  std::array<MenuItem, ActionMenuLength> ActionNumbers;
   MenuItem sep2;
   MenuItem all;
 

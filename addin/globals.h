@@ -58,4 +58,8 @@ struct Globals {
 /// Raises error 91 outside the life of a `Process`.
 Globals& globals();
 
+/// The hidden form, to be held while it is used: it may be unloaded in the middle of a call. Raises
+/// error 91 without one.
+std::shared_ptr<MenuForm> LoadedMenuForm();
+
 }  // namespace cxol

@@ -28,4 +28,10 @@ Globals& globals() {
   return *current;
 }
 
+std::shared_ptr<MenuForm> LoadedMenuForm() {
+  auto form = globals().g_frmMenus;
+  if (!form) throw automation::Error(automation::ErrorNumber::ObjectNotSet);
+  return form;
+}
+
 }  // namespace cxol

@@ -2,6 +2,7 @@
 
 #include "addin/globals.h"
 #include "client/OpenVelnorActionDialog.h"
+#include "client/PhoneCommandFor.h"
 #include "client/VelnorLocator.h"
 #include "infra/modK9TLog.h"
 #include "infra/modRes.h"
@@ -22,19 +23,13 @@ bool isForeign(const office::CommandBarControl& ctrl, std::u16string_view parame
   return ctrl && ctrl.parameter() != parameter;
 }
 
-/// The phone commands, or nothing with a line in the trace. It names `Dial` for every caller, so
-/// that readers of logs find all of them under one text. No error is pending by then: the locator
-/// has traced its reason.
-velnor::PhoneCommand phoneCommand() {
-  auto command = GetVelnorPhoneCmdInservice();
-  if (!command) LogError(u"GetVelnorPhoneCmdInservice() is Nothing in clsVelnorCmds.Dial(): ");
-  return command;
-}
+/// A client that is missing is traced under `Dial` by every command, so that readers of logs find
+/// all of them under one text.
+constexpr std::u16string_view NameInTrace = u"clsVelnorCmds.Dial";
 
 void show(MenuForm::Popup popup, const office::CommandBarControl& ctrl,
           const office::RibbonControl& ribbonControl) {
-  const auto form = globals().g_frmMenus;
-  if (!form) throw automation::Error(automation::ErrorNumber::ObjectNotSet);
+  const auto form = LoadedMenuForm();
   if (ribbonControl) {
     form->ShowMenuRibbon(popup);
   } else {
@@ -48,26 +43,17 @@ void fillActionMenu(MenuForm& form, const outlook::ContactItem& contact) {
   GetContactPhoneNumbers(contact, labels, numbers);
   form.all = {GetResString(ActionsCaption), true, true};
   // A line between the numbers and the rest needs numbers.
-  form.sep2.visible = false;
-  for (std::size_t i = 0; i < form.ActionNumbers.size(); ++i) {
-    auto& entry = form.ActionNumbers[i];
-    const auto index = static_cast<std::int32_t>(i) + 1;
-    entry.visible =
-        index <= labels.count() && index <= numbers.count() && !numbers.item(index).empty();
-    if (!entry.visible) continue;
-    entry.caption = concat(labels.item(index), u": ", numbers.item(index));
-    form.sep2.visible = true;
-  }
+  form.sep2.visible = !FillNumbers(form.ActionNumbers, labels, numbers).empty();
 }
 
 }  // namespace
 
-void clsVelnorCmds::Dial(const office::CommandBarControl& ctrl, std::u16string_view parameter,
+void clsVelnorCmds::Dial(const office::CommandBarControl& ctrl, std::u16string parameter,
                          const office::RibbonControl& ribbonControl) noexcept {
   trapAndLog(u"ERROR in clsVelnorCmds.Dial(): ", [&] {
     log(u"Dial called");
     if (isForeign(ctrl, parameter)) return log(u"Ctrl is nothing and parameters are different");
-    const auto command = phoneCommand();
+    const auto command = PhoneCommandFor(NameInTrace);
     if (!command) return;
     if ((command.lineState() & velnor::linestate::Signalling) != 0) {
       log(u"VelnorCmd call PickUp");
@@ -81,15 +67,13 @@ void clsVelnorCmds::Dial(const office::CommandBarControl& ctrl, std::u16string_v
   });
 }
 
-void clsVelnorCmds::Action(const office::CommandBarControl& ctrl, std::u16string_view parameter,
+void clsVelnorCmds::Action(const office::CommandBarControl& ctrl, std::u16string parameter,
                            const office::RibbonControl& ribbonControl) noexcept {
   trapAndLog(u"ERROR in clsVelnorCmds.Action(): ", [&] {
     log(u"Action called");
     if (isForeign(ctrl, parameter)) return log(u"Ctrl is nothing and parameters are different");
     if (const auto contact = GetCurrentContact()) {
-      const auto form = globals().g_frmMenus;
-      if (!form) throw automation::Error(automation::ErrorNumber::ObjectNotSet);
-      fillActionMenu(*form, contact);
+      fillActionMenu(*LoadedMenuForm(), contact);
       return show(MenuForm::Popup::MenuPopup, ctrl, ribbonControl);
     }
     Texts references;
@@ -98,12 +82,11 @@ void clsVelnorCmds::Action(const office::CommandBarControl& ctrl, std::u16string
   });
 }
 
-void clsVelnorCmds::Drop(const office::CommandBarControl& ctrl,
-                         std::u16string_view parameter) noexcept {
+void clsVelnorCmds::Drop(const office::CommandBarControl& ctrl, std::u16string parameter) noexcept {
   trapAndLog(u"ERROR in clsVelnorCmds.Drop(): ", [&] {
     log(u"Drop called");
     if (isForeign(ctrl, parameter)) return;
-    if (const auto command = phoneCommand()) command.hangUp();
+    if (const auto command = PhoneCommandFor(NameInTrace)) command.hangUp();
   });
 }
 

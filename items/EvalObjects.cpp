@@ -54,7 +54,8 @@ void evaluateAppointment(const outlook::Item& appointment, Texts& references) {
 
 void evaluateMeeting(const outlook::MeetingItem& meeting, Texts& references) {
   const auto appointment = meeting.associatedAppointment();
-  if (globals().g_bMapiInitialized) addRecipients(appointment, references);
+  // A request that was never entered into the calendar, or was deleted there, has none.
+  if (appointment && globals().g_bMapiInitialized) addRecipients(appointment, references);
 }
 
 /// Sender's address through the messaging session, for hosts without the helper.
@@ -90,7 +91,6 @@ outlook::Item nextAppointment(const outlook::MAPIFolder& calendar) {
 }
 
 outlook::Item appointmentOfExplorer(const outlook::Explorer& explorer) {
-  if (!explorer || IsOutboxShown(explorer)) return {};
   const auto folder = explorer.currentFolder();
   if (folder.defaultItemType() != outlook::ItemType::Appointment) return {};
   const auto selection = explorer.selection();
@@ -99,26 +99,33 @@ outlook::Item appointmentOfExplorer(const outlook::Explorer& explorer) {
 
 }  // namespace
 
+FrontWindow GetFrontWindow() {
+  const auto& application = globals().g_olApp;
+  const auto windowType = application.activeWindow().typeName();
+  FrontWindow front;
+  if (windowType == u"Inspector") {
+    front.item = application.activeInspector().currentItem();
+  } else if (windowType == u"Explorer") {
+    const auto explorer = application.activeExplorer();
+    if (explorer && !IsOutboxShown(explorer)) front.explorer = explorer;
+  }
+  return front;
+}
+
 void EvaluateCurrentItem(Texts& references) noexcept {
   trapQuietly([&] {
-    const auto& application = globals().g_olApp;
-    const auto windowType = application.activeWindow().typeName();
-    if (windowType == u"Inspector") {
-      EvaluateItem(application.activeInspector().currentItem(), references);
-    } else if (windowType == u"Explorer") {
-      const auto explorer = application.activeExplorer();
-      if (!explorer || IsOutboxShown(explorer)) return;
-      const auto selection = explorer.selection();
-      const std::int32_t count = selection.count();
-      references.makeRoom(static_cast<std::size_t>(std::clamp(count, 0, MostRoom)));
-      for (std::int32_t i = 1; i <= count; ++i) EvaluateItem(selection.item(i), references);
-      if (count != 0) return;
-      if (const auto appointment = GetCurrentAppointment()) EvaluateItem(appointment, references);
-    }
+    const auto front = GetFrontWindow();
+    if (!front.explorer) return EvaluateItem(front.item, references);
+    const auto selection = front.explorer.selection();
+    const std::int32_t count = selection.count();
+    references.makeRoom(static_cast<std::size_t>(std::clamp(count, 0, MostRoom)));
+    for (std::int32_t i = 1; i <= count; ++i) EvaluateItem(selection.item(i), references);
+    if (count == 0) EvaluateItem(GetCurrentAppointment(front), references);
   });
 }
 
 void EvaluateItem(const outlook::Item& item, Texts& references) noexcept {
+  if (!item) return;
   trapQuietly([&] {
     switch (item.objectClass()) {
       case ObjectClass::Mail: return evaluateMail(outlook::MailItem(item.object()), references);
@@ -157,17 +164,10 @@ bool IsOutboxShown(const outlook::Explorer& explorer) noexcept {
   return shown;
 }
 
-outlook::Item GetCurrentAppointment() noexcept {
+outlook::Item GetCurrentAppointment(const FrontWindow& front) noexcept {
   outlook::Item appointment;
   trapQuietly([&] {
-    const auto& application = globals().g_olApp;
-    const auto windowType = application.activeWindow().typeName();
-    outlook::Item candidate;
-    if (windowType == u"Inspector") {
-      candidate = application.activeInspector().currentItem();
-    } else if (windowType == u"Explorer") {
-      candidate = appointmentOfExplorer(application.activeExplorer());
-    }
+    const auto candidate = front.explorer ? appointmentOfExplorer(front.explorer) : front.item;
     if (candidate && candidate.objectClass() == ObjectClass::Appointment) appointment = candidate;
   });
   return appointment;

@@ -1,5 +1,7 @@
 #include "items/UIHelpers.h"
 
+#include <algorithm>
+
 #include "addin/globals.h"
 #include "infra/errors.h"
 #include "infra/modRes.h"
@@ -67,32 +69,11 @@ std::optional<std::u16string> subjectLabel(ObjectClass kind) {
   return std::nullopt;
 }
 
-MenuForm& form() {
-  const auto& menus = globals().g_frmMenus;
-  if (!menus) throw automation::Error(automation::ErrorNumber::ObjectNotSet);
-  return *menus;
-}
-
-/// Shows the numbers that are not empty, as many as the menu holds, or the one disabled entry that
-/// says that there are none. The result is the numbers shown.
+/// The numbers, or the one disabled entry that says that there are none.
 std::vector<std::u16string> fillMenu(MenuArray& menu, const Texts& labels, const Texts& numbers) {
-  std::vector<std::u16string> shown;
-  for (std::int32_t i = 1; i <= labels.count() && shown.size() < menu.size(); ++i) {
-    // A number that could not be read leaves the numbers shorter than their labels.
-    if (i > numbers.count() || numbers.item(i).empty()) continue;
-    menu[shown.size()] = {concat(labels.item(i), u": ", numbers.item(i)), true, true};
-    shown.push_back(numbers.item(i));
-  }
-  std::size_t used = shown.size();
-  if (used == 0) menu[used++] = {GetResString(NoNumbers), true, false};
-  for (; used < menu.size(); ++used) menu[used].visible = false;
+  auto shown = FillNumbers(menu, labels, numbers);
+  if (shown.empty()) menu.front() = {GetResString(NoNumbers), true, false};
   return shown;
-}
-
-outlook::Item itemOfExplorer(const outlook::Explorer& explorer) {
-  if (!explorer || IsOutboxShown(explorer)) return {};
-  const auto selection = explorer.selection();
-  return selection.count() >= 1 ? selection.item(1) : outlook::Item();
 }
 
 std::u16string mailCaption(const outlook::MailItem& mail) {
@@ -130,7 +111,8 @@ std::optional<NumberMenu> fillContactMenu(const outlook::Item& contact) {
   Texts labels;
   Texts numbers;
   GetContactPhoneNumbers(outlook::ContactItem(contact.object()), labels, numbers);
-  return NumberMenu{MenuForm::Popup::MenuPhone, fillMenu(form().callno, labels, numbers)};
+  return NumberMenu{MenuForm::Popup::MenuPhone,
+                    fillMenu(LoadedMenuForm()->callno, labels, numbers)};
 }
 
 /// Appends the number in the item's subject, if any.
@@ -154,11 +136,11 @@ std::optional<NumberMenu> fillNonContactMenu(const outlook::Item& item, ObjectCl
   Texts labels;
   for (const auto& name : names) labels.add(EscapeCaption(name));
 
-  auto& menus = form();
+  const auto form = LoadedMenuForm();
   NumberMenu menu{MenuForm::Popup::MenuPopupNonContact,
-                  fillMenu(menus.MenuNumbers, labels, numbers)};
-  fillMenu(menus.MenuTaskNumbers, labels, numbers);
-  menus.MenuTaskPhoneNumbers = {GetResString(NewCallTask), !menu.numbers.empty(), true};
+                  fillMenu(form->MenuNumbers, labels, numbers)};
+  fillMenu(form->MenuTaskNumbers, labels, numbers);
+  form->MenuTaskPhoneNumbers = {GetResString(NewCallTask), !menu.numbers.empty(), true};
   return menu;
 }
 
@@ -167,13 +149,11 @@ std::optional<NumberMenu> fillNonContactMenu(const outlook::Item& item, ObjectCl
 outlook::Item GetCurrentItem() noexcept {
   outlook::Item item;
   trapQuietly([&] {
-    const auto& application = globals().g_olApp;
-    const auto windowType = application.activeWindow().typeName();
-    if (windowType == u"Inspector") {
-      item = application.activeInspector().currentItem();
-    } else if (windowType == u"Explorer") {
-      item = itemOfExplorer(application.activeExplorer());
-    }
+    const auto front = GetFrontWindow();
+    item = front.item;
+    if (!front.explorer) return;
+    const auto selection = front.explorer.selection();
+    if (selection.count() >= 1) item = selection.item(1);
   });
   return item;
 }
@@ -196,6 +176,20 @@ void GetContactPhoneNumbers(const outlook::ContactItem& contact, Texts& labels,
     resume([&] { labels.add(GetResString(phone.labelId)); });
     resume([&] { numbers.add(contact.text(phone.property)); });
   }
+}
+
+std::vector<std::u16string> FillNumbers(std::span<MenuItem> menu, const Texts& labels,
+                                        const Texts& numbers) {
+  std::ranges::fill(menu, MenuItem());
+  std::vector<std::u16string> shown;
+  // A number that could not be read leaves the numbers shorter than their labels.
+  const auto count = std::min(labels.count(), numbers.count());
+  for (std::int32_t i = 1; i <= count && shown.size() < menu.size(); ++i) {
+    if (numbers.item(i).empty()) continue;
+    menu[shown.size()] = {concat(labels.item(i), u": ", numbers.item(i)), true, true};
+    shown.push_back(numbers.item(i));
+  }
+  return shown;
 }
 
 std::optional<NumberMenu> FillNumberMenu() noexcept {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,7 +13,8 @@
 namespace cxol {
 
 /// The one current item (the inspector's, or the first selected one of an explorer that does not
-/// show the Outbox), its numbers and captions. No routine here raises, shows or logs anything.
+/// show the Outbox), its numbers and captions. No routine here shows or logs anything, and only
+/// `GetContactName` raises what the host does.
 
 /// Nothing when there is no current item.
 outlook::Item GetCurrentItem() noexcept;
@@ -24,6 +26,11 @@ outlook::ContactItem GetCurrentContact() noexcept;
 /// numbers are appended too; a number that can't be read is missing while its label is there.
 void GetContactPhoneNumbers(const outlook::ContactItem& contact, Texts& labels,
                             Texts& numbers) noexcept;
+
+/// Fills a menu's entries with the numbers that are not empty and their labels, as many as it
+/// holds; the entries left are invisible. The result is the numbers shown.
+std::vector<std::u16string> FillNumbers(std::span<MenuItem> menu, const Texts& labels,
+                                        const Texts& numbers);
 
 /// A filled menu of numbers and the numbers that it offers, without the empty ones.
 struct NumberMenu {

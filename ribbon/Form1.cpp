@@ -1,5 +1,9 @@
 #include "ribbon/Form1.h"
 
+#include <functional>
+#include <span>
+#include <utility>
+
 #include "client/CxDial.h"
 #include "client/OpenVelnorActionDialog.h"
 #include "client/VelnorLocator.h"
@@ -22,31 +26,9 @@ constexpr platform::Point MenuOffset{-32, -32};
 /// The anchor stands this far right of and below the control's lower-left corner, in twips.
 constexpr std::int32_t AnchorOffset = 16;
 
-/// Entry ids: an array's number in the hundreds, the index below.
-enum EntryId : int {
-  CallNo = 100,
-  Numbers = 200,
-  TaskNumbers = 300,
-  Actions = 400,
-  All = 500,
-  Separator = 600,
-  Submenu = 700
-};
-constexpr int ArrayStep = 100;
-
 /// The form's coordinates are signed 16-bit twips; what does not fit raises error 6.
 std::int16_t twips(std::int32_t pixels, double twipsPerPixel) {
   return roundToInt16(pixels * twipsPerPixel);
-}
-
-void append(std::vector<PopupEntry>& entries, const MenuItem& item, int id) {
-  if (item.visible) entries.push_back({id, item.caption, item.enabled, false, {}});
-}
-
-void append(std::vector<PopupEntry>& entries, const MenuArray& items, int firstId) {
-  for (std::size_t i = 0; i < items.size(); ++i) {
-    append(entries, items[i], firstId + static_cast<int>(i));
-  }
 }
 
 /// What follows the first ":" of a caption, without the blanks around it.
@@ -61,6 +43,24 @@ std::u16string indexText(std::size_t index) {
 }
 
 }  // namespace
+
+/// What a popup shows, and what each entry does: an entry's id is the place of its action, from 1.
+struct Form1::ShownMenu {
+  std::vector<PopupEntry> entries;
+  std::vector<std::function<void()>> actions;
+
+  void add(std::vector<PopupEntry>& to, const MenuItem& item, std::function<void()> action) {
+    if (!item.visible) return;
+    actions.push_back(std::move(action));
+    to.push_back({static_cast<int>(actions.size()), item.caption, item.enabled, false, {}});
+  }
+  void add(std::vector<PopupEntry>& to, std::span<const MenuItem> items, Form1& form,
+           void (Form1::*click)(std::size_t) noexcept) {
+    for (std::size_t i = 0; i < items.size(); ++i) {
+      add(to, items[i], [&form, click, i] { (form.*click)(i); });
+    }
+  }
+};
 
 void Form1::ShowMenu(const office::CommandBarControl& ctrl, Popup popup) noexcept {
   trapQuietly([&] {
@@ -98,38 +98,31 @@ void Form1::showAt(platform::Point place, Popup popup, std::u16string_view routi
   LogDebug(concat(u"Form1 - ", routine, u" before PopupMenu", u" Left: ",
                   automation::singleText(static_cast<float>(place.x)), u" Top: ",
                   automation::singleText(static_cast<float>(place.y))));
-  if (const auto chosen = screen.trackPopup(entriesOf(popup), MenuOffset)) carryOut(*chosen);
+  const auto menu = shownMenu(popup);
+  const auto chosen = screen.trackPopup(menu.entries, MenuOffset);
+  if (chosen) menu.actions.at(static_cast<std::size_t>(*chosen) - 1)();
 }
 
-std::vector<PopupEntry> Form1::entriesOf(Popup popup) const {
-  std::vector<PopupEntry> entries;
+Form1::ShownMenu Form1::shownMenu(Popup popup) {
+  ShownMenu menu;
+  auto& entries = menu.entries;
   switch (popup) {
-    case Popup::MenuPhone: append(entries, callno, CallNo); break;
+    case Popup::MenuPhone: menu.add(entries, callno, *this, &Form1::callno_Click); break;
     case Popup::MenuPopup:
-      append(entries, ActionNumbers, Actions);
-      if (sep2.visible) entries.push_back({Separator, {}, true, true, {}});
-      append(entries, all, All);
+      menu.add(entries, ActionNumbers, *this, &Form1::ActionNumbers_Click);
+      menu.add(entries, sep2, [] {});
+      if (sep2.visible) entries.back().separator = true;
+      menu.add(entries, all, [this] { all_Click(); });
       break;
     case Popup::MenuPopupNonContact:
-      append(entries, MenuNumbers, Numbers);
-      append(entries, MenuTaskPhoneNumbers, Submenu);
-      if (MenuTaskPhoneNumbers.visible)
-        append(entries.back().entries, MenuTaskNumbers, TaskNumbers);
+      menu.add(entries, MenuNumbers, *this, &Form1::MenuNumbers_Click);
+      menu.add(entries, MenuTaskPhoneNumbers, [] {});
+      if (MenuTaskPhoneNumbers.visible) {
+        menu.add(entries.back().entries, MenuTaskNumbers, *this, &Form1::MenuTaskNumbers_Click);
+      }
       break;
   }
-  return entries;
-}
-
-void Form1::carryOut(int entryId) noexcept {
-  const auto index = static_cast<std::size_t>(entryId % ArrayStep);
-  switch (entryId - entryId % ArrayStep) {
-    case CallNo: return callno_Click(index);
-    case Numbers: return MenuNumbers_Click(index);
-    case TaskNumbers: return MenuTaskNumbers_Click(index);
-    case Actions: return ActionNumbers_Click(index);
-    case All: return all_Click();
-    default: return;
-  }
+  return menu;
 }
 
 void Form1::MenuNumbers_Click(std::size_t index) noexcept {

@@ -24,8 +24,8 @@ class Form1 : public MenuForm {
   /// Shows the anchor, the menu over it, carries out the choice and hides the anchor again, however
   /// that ends. `routine` names the caller in the trace.
   void showAt(platform::Point twips, Popup popup, std::u16string_view routine);
-  std::vector<platform::PopupEntry> entriesOf(Popup popup) const;
-  void carryOut(int entryId) noexcept;
+  struct ShownMenu;
+  ShownMenu shownMenu(Popup popup);
 };
 
 }  // namespace cxol

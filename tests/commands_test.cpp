@@ -132,6 +132,31 @@ TEST_F(CommandsTest, ActionsOfAContactAreAMenu) {
             u"books=outlook:store,folder Contacts\nrecordid=none");
 }
 
+TEST_F(CommandsTest, TheActionsNameEachOfAContactsNumbers) {
+  world.addContact(u"all", {{u"BusinessTelephoneNumber", u"1"},
+                            {u"CompanyMainTelephoneNumber", u"2"},
+                            {u"HomeTelephoneNumber", u"3"},
+                            {u"MobileTelephoneNumber", u"4"},
+                            {u"Business2TelephoneNumber", u"5"},
+                            {u"Home2TelephoneNumber", u"6"},
+                            {u"OtherTelephoneNumber", u"7"},
+                            {u"AssistantTelephoneNumber", u"8"},
+                            {u"PrimaryTelephoneNumber", u"9"},
+                            {u"ISDNNumber", u"10"},
+                            {u"RadioTelephoneNumber", u"11"},
+                            {u"CarTelephoneNumber", u"12"},
+                            {u"PagerNumber", u"13"},
+                            {u"CallbackTelephoneNumber", u"14"}});
+  world.startClient();
+  open(u"all");
+  world.user.choice = u"Return call";
+  click(u"CxBtAction");
+  EXPECT_EQ(world.menu().size(), 14u + 2);
+  EXPECT_EQ(world.told(), Texts{u"show number \"14\""});
+  click(u"CxBtDial");
+  EXPECT_EQ(world.menu().size(), 13u) << "the menu to dial from holds no more";
+}
+
 TEST_F(CommandsTest, ActionsOfAnotherItemGoStraightToTheClient) {
   auto& mail = world.add(u"Inbox", ObjectClass::Mail, u"mail");
   mail.mapi.recipients[0] = {u"a@x", u"b@x"};

@@ -97,6 +97,14 @@ TEST_F(ItemsTest, EveryKindNamesItsPersons) {
   }
 }
 
+TEST_F(ItemsTest, AMeetingWithoutAnAppointmentNamesNobody) {
+  world.add(u"Inbox", ObjectClass::MeetingRequest, u"request");
+  world.start();
+  world.select(u"Inbox", u"request");
+  EXPECT_EQ(references(), Texts{});
+  EXPECT_EQ(world.machine.mapiHelper.calls(u"_MapiGetRecipients@20"), 0u);
+}
+
 TEST_F(ItemsTest, ANumberIsFoundInASubjectWhateverLanguageWroteIt) {
   world.start();
   const Texts languages = {u"DE", u"EN", u"FR", u"IT", u"ES", u"PT"};

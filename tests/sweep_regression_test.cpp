@@ -1,6 +1,7 @@
 // What the fault sweep has found, each as a row of its own.
 #include <gtest/gtest.h>
 
+#include "client/clsVelnorCmds.h"
 #include "tests/World.h"
 
 namespace tests {
@@ -158,6 +159,21 @@ TEST_F(SweepRegressionTest, AnInspectorClosedInTheMiddleOfItsBuildHoldsNoButton)
   world.host->openItem(u"Meier");
   ASSERT_TRUE(once.happened());
   EXPECT_EQ(world.boundary.liveHandles(), held);
+}
+
+TEST_F(SweepRegressionTest, ACommandKeepsTheIdentityThatItWasGiven) {
+  world.addContact(u"Meier");
+  world.startClient();
+  world.start();
+  world.host->openItem(u"Meier");
+  const auto bar = cxol::globals().g_olApp.activeInspector().commandBars().item(u"Velnor ");
+  const auto button = bar.findControl(u"CxBtDrop");
+  auto identity = button.parameter();
+  // The window's buttons are built anew in the middle of the click.
+  Once once(world.boundary, u"CommandBarButton", u"Parameter", [&] { identity.assign(100, u'x'); });
+  cxol::clsVelnorCmds().Drop(button, identity);
+  ASSERT_TRUE(once.happened());
+  EXPECT_EQ(world.told(), Texts{u"hang up"});
 }
 
 TEST_F(SweepRegressionTest, AnExplorerClosedInTheMiddleOfItsBuildHoldsNoButton) {

@@ -149,7 +149,12 @@ Value userPropertiesOf(ItemObject& self, Arguments) {
 }
 
 Value associatedAppointment(ItemObject& self, Arguments) {
-  if (self.item().associatedAppointment.empty()) throw Error(ErrorNumber::MemberNotFound);
+  const auto kind = self.item().kind;
+  const bool meeting =
+      kind >= ObjectClass::MeetingRequest && kind <= ObjectClass::MeetingResponseTentative;
+  if (!meeting) throw Error(ErrorNumber::MemberNotFound);
+  // It was never entered into the calendar.
+  if (self.item().associatedAppointment.empty()) return automation::Object();
   return self.host().itemById(self.item().associatedAppointment);
 }
 
