@@ -184,7 +184,7 @@ std::u16string Connect::IRibbonExtensibility_GetCustomUI(std::u16string_view rib
   trapQuietly([&] {
     if (!m_ribbon) m_ribbon = std::make_unique<clsRibbon>();
     LogDebug(concat(u"IRibbonExtensibility_GetCustomUI called - RibbonID: ", ribbonId));
-    description = m_ribbon->GetRibbonDescription();
+    description = m_ribbon->GetRibbonDescription(ribbonId);
     m_ribbon->RemoveNotNecessaryCommandBar();
   });
   return description;

@@ -30,7 +30,7 @@ void ribbon(const std::uint8_t* data, std::size_t size) {
   cxol::SetLanguage(language < std::size(Languages) ? Languages[language]
                                                     : std::u16string_view(id));
   cxol::clsRibbon ribbon(layout);
-  const auto markup = ribbon.GetRibbonDescription();
+  const auto markup = ribbon.GetRibbonDescription(id);
   if (!markup.empty()) {
     pugi::xml_document document;
     check(static_cast<bool>(document.load_string(simulator::toUtf8(markup).c_str())),

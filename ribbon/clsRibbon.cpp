@@ -1,5 +1,11 @@
 #include "ribbon/clsRibbon.h"
 
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <utility>
+
+#include "addin/barNames.h"
 #include "addin/globals.h"
 #include "client/clsVelnorCmds.h"
 #include "infra/modK9TLog.h"
@@ -28,18 +34,63 @@ struct Tab {
   std::u16string_view id;
 };
 
+constexpr std::u16string_view TaskTab = u"TabTask";
+constexpr std::u16string_view ContactTab = u"TabContact";
+constexpr std::u16string_view AppointmentTab = u"TabAppointment";
 constexpr std::u16string_view NewMailTab = u"TabNewMailMessage";
 constexpr std::u16string_view ReadTab = u"TabReadMessage";
 /// Cancelled meetings and tentative answers get no group; mails are told apart by their state.
 constexpr Tab Tabs[] = {
-    {ObjectClass::Task, u"TabTask"},
-    {ObjectClass::Contact, u"TabContact"},
-    {ObjectClass::Appointment, u"TabAppointment"},
+    {ObjectClass::Task, TaskTab},
+    {ObjectClass::Contact, ContactTab},
+    {ObjectClass::Appointment, AppointmentTab},
     {ObjectClass::MeetingResponsePositive, ReadTab},
     {ObjectClass::MeetingResponseNegative, ReadTab},
     {ObjectClass::MeetingRequest, ReadTab},
     {ObjectClass::Post, ReadTab},
 };
+
+/// A kind of window that Office asks for by its ribbon id, with the tab of its own that the group
+/// is in, if any, and the items that it shows; none stands for any.
+struct WindowKind {
+  std::u16string_view ribbonId;
+  std::u16string_view tab;
+  std::array<ObjectClass, 3> items;
+};
+
+constexpr WindowKind WindowKinds[] = {
+    {u"Microsoft.Outlook.Task", TaskTab, {ObjectClass::Task}},
+    {u"Microsoft.Outlook.Contact", ContactTab, {ObjectClass::Contact}},
+    {u"Microsoft.Outlook.Appointment", AppointmentTab, {ObjectClass::Appointment}},
+    {u"Microsoft.Outlook.Journal", {}, {ObjectClass::Journal}},
+    {u"Microsoft.Outlook.DistributionList", {}, {ObjectClass::DistributionList}},
+    {u"Microsoft.Outlook.Mail.Compose", NewMailTab, {ObjectClass::Mail}},
+    {u"Microsoft.Outlook.MeetingRequest.Send", NewMailTab, {}},
+    {u"Microsoft.Outlook.Post.Compose", NewMailTab, {ObjectClass::Post}},
+    {u"Microsoft.Outlook.Resend", NewMailTab, {}},
+    {u"Microsoft.Outlook.Response.Compose", NewMailTab, {}},
+    {u"Microsoft.Outlook.Response.CounterPropose", NewMailTab, {}},
+    {u"Microsoft.Outlook.Sharing.Compose", NewMailTab, {}},
+    {u"Microsoft.Outlook.Mail.Read", ReadTab, {ObjectClass::Mail}},
+    {u"Microsoft.Outlook.MeetingRequest.Read",
+     ReadTab,
+     {ObjectClass::MeetingRequest, ObjectClass::MeetingCancellation}},
+    {u"Microsoft.Outlook.Post.Read", ReadTab, {ObjectClass::Post}},
+    {u"Microsoft.Outlook.Report", ReadTab, {}},
+    {u"Microsoft.Outlook.Response.Read",
+     ReadTab,
+     {ObjectClass::MeetingResponseNegative, ObjectClass::MeetingResponsePositive,
+      ObjectClass::MeetingResponseTentative}},
+    {u"Microsoft.Outlook.RSS", ReadTab, {}},
+    {u"Microsoft.Outlook.Sharing.Read", ReadTab, {}},
+};
+
+/// An item of the kind that gets no group fits as well: it is why there shall be none.
+bool fits(const WindowKind& kind, ObjectClass item, std::u16string_view tab) {
+  const bool anyItem = kind.items.front() == ObjectClass();
+  if (!anyItem && std::ranges::find(kind.items, item) == kind.items.end()) return false;
+  return tab == kind.tab || (tab.empty() && !anyItem);
+}
 
 constexpr std::u16string_view Start =
     u"<customUI xmlns=\"http://schemas.microsoft.com/office/2006/01/customui\""
@@ -73,13 +124,26 @@ constexpr std::u16string_view FaxClassEnding = u"K9T.FAX";
 
 }  // namespace
 
-std::u16string clsRibbon::GetRibbonDescription() noexcept {
+std::u16string clsRibbon::GetRibbonDescription(std::u16string_view ribbonId) noexcept {
   std::u16string description;
   trapAndLog(u"clsRibbon.GetRibbonDescription - ", [&] {
-    const auto inspector = GetCurrentInspector();
-    if (!inspector) return;
-    const auto tab = tabOf(inspector.currentItem().objectClass());
-    if (!tab.empty()) description = markup(tab);
+    served_ = contentOf(GetCurrentInspector());
+    if (!served_.inspector) return;
+    // Outlook may ask while the new window is not the active one yet.
+    const auto* const kind = std::ranges::find(WindowKinds, ribbonId, &WindowKind::ribbonId);
+    const auto suits = [&](const Content& content) {
+      return fits(*kind, content.kind, content.tab);
+    };
+    if (kind != std::end(WindowKinds) && !suits(served_)) {
+      const auto inspectors = globals().g_olApp.inspectors();
+      for (std::int32_t i = inspectors.count(); i >= 1; --i) {
+        auto content = contentOf(inspectors.item(i));
+        if (!suits(content)) continue;
+        served_ = std::move(content);
+        break;
+      }
+    }
+    if (!served_.tab.empty()) description = markup(served_.tab);
   });
   return description;
 }
@@ -100,12 +164,17 @@ std::u16string clsRibbon::markup(std::u16string_view tab) const {
   return std::u16string(Start);
 }
 
-std::u16string_view clsRibbon::tabOf(ObjectClass kind) {
-  if (kind == ObjectClass::Mail) return IsNewMailItem() ? NewMailTab : ReadTab;
-  for (const auto& tab : Tabs) {
-    if (tab.kind == kind) return tab.id;
+clsRibbon::Content clsRibbon::contentOf(const outlook::Inspector& inspector) {
+  if (!inspector) return {};
+  const auto item = inspector.currentItem();
+  Content content{inspector, item.objectClass(), {}};
+  if (content.kind == ObjectClass::Mail) {
+    content.tab = IsNewMailItem(outlook::MailItem(item.object())) ? NewMailTab : ReadTab;
+  } else {
+    const auto* const tab = std::ranges::find(Tabs, content.kind, &Tab::kind);
+    if (tab != std::end(Tabs)) content.tab = tab->id;
   }
-  return {};
+  return content;
 }
 
 automation::Object clsRibbon::GetImageByControlId(std::u16string_view id) noexcept {
@@ -145,50 +214,45 @@ void clsRibbon::ButtonHandler(const office::RibbonControl& control) noexcept {
 
 outlook::Inspector clsRibbon::GetCurrentInspector() noexcept {
   outlook::Inspector inspector;
-  std::int32_t count = 0;
   trap(
       [&] {
         const auto& application = globals().g_olApp;
         inspector = application.activeInspector();
         if (inspector) return;
         const auto inspectors = application.inspectors();
-        count = inspectors.count();
-        if (count > 0) inspector = inspectors.item(count);
+        if (const auto count = inspectors.count(); count > 0) inspector = inspectors.item(count);
       },
-      [&](const automation::Error& error) {
+      [](const automation::Error& error) {
+        std::int32_t count = 0;
+        trapQuietly([&] { count = globals().g_olApp.inspectors().count(); });
         LogError(concat(u"clsRibbon.GetCurrentInspector - Inspector.Count: ",
                         automation::int32Text(count), u" ", error.description()));
       });
   return inspector;
 }
 
-bool clsRibbon::IsNewMailItem() noexcept {
+bool clsRibbon::IsNewMailItem(const outlook::MailItem& mail) noexcept {
   bool isNew = false;
-  trapAndLog(u"clsRibbon.IsNewMailItem - ", [&] {
-    const auto inspector = GetCurrentInspector();
-    if (!inspector) return;
-    const outlook::MailItem mail(inspector.currentItem().object());
-    isNew = !mail.sent() && !mail.messageClass().ends_with(FaxClassEnding);
-  });
+  trapAndLog(u"clsRibbon.IsNewMailItem - ",
+             [&] { isNew = !mail.sent() && !mail.messageClass().ends_with(FaxClassEnding); });
   return isNew;
 }
 
 void clsRibbon::RemoveNotNecessaryCommandBar() noexcept {
   trapQuietly([&] {
-    const auto& g = globals();
-    const struct {
-      std::u16string_view variable;
-      std::u16string_view name;
-    } bars[] = {{u"g_product: ", g.g_product}, {u"g_brand1: ", g.g_brand1},
-                {u"g_brand2: ", g.g_brand2},   {u"g_brand3: ", g.g_brand3},
-                {u"g_brand4: ", g.g_brand4},   {u"", NeutralName}};
+    // In the trace each name stands behind its variable's, the fixed one for itself.
+    static constexpr std::u16string_view variables[] = {
+        u"g_product: ", u"g_brand1: ", u"g_brand2: ", u"g_brand3: ", u"g_brand4: ", u""};
+    const auto names = BarNames();
+    static_assert(std::size(variables) == std::tuple_size_v<decltype(names)>);
     ResumeNext resume;
     office::CommandBars commandBars;
-    resume([&] { commandBars = GetCurrentInspector().commandBars(); });
-    for (const auto& each : bars) {
-      const auto variable = each.variable;
-      const auto name = each.name;
-      LogDebug(concat(u"Ribbon - ", u" look for CommandBar to delete ", variable, name));
+    auto inspector = std::exchange(served_, {}).inspector;
+    if (!inspector) inspector = GetCurrentInspector();
+    resume([&] { commandBars = inspector.commandBars(); });
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      const auto& name = names[i];
+      LogDebug(concat(u"Ribbon - ", u" look for CommandBar to delete ", variables[i], name));
       office::CommandBar bar;
       resume([&] { bar = commandBars.item(name); });
       if (bar) {

@@ -101,6 +101,7 @@ class FakeStage : public Stage {
   }
   void switchAddin(bool on) override { did("addin", on ? "on" : "off"); }
   void setWordMail(bool) override { did("word"); }
+  void setEarlyRibbon(bool) override { did("ribbon"); }
   void presetBar(const BarPreset& bar) override {
     did("bar", toUtf8(bar.name) + (bar.inspector ? " i" : " e") + std::to_string(bar.tags.size()) +
                    " " + std::to_string(bar.emptyActivations) + (bar.refusesControls ? " r" : ""));

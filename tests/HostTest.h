@@ -53,6 +53,7 @@ class RecordingAddin : public Addin {
   }
   std::u16string getCustomUi(std::u16string_view ribbonId) override {
     log_.push_back(u"ui " + std::u16string(ribbonId));
+    if (onUi) onUi();
     return markup;
   }
   Value ribbonCallback(std::u16string_view name, std::span<const Value> args) override {
@@ -68,6 +69,8 @@ class RecordingAddin : public Addin {
   Application application;
   std::vector<Connection> connections;
   std::u16string markup;
+  /// Runs while Outlook asks for the markup.
+  std::function<void()> onUi;
   std::u16string context;
   Object picture;
 
@@ -112,7 +115,6 @@ class HostTest : public testing::Test {
     return item;
   }
   OutlookHost& start(std::u16string_view version = u"11.0.5608", bool word = false) {
-    OutlookOptions options;
     options.version = version;
     options.wordIsMailEditor = word;
     OutlookServices services;
@@ -167,6 +169,7 @@ class HostTest : public testing::Test {
   }
 
   Mailbox mailbox;
+  OutlookOptions options;
   BarStore bars;
   Boundary boundary;
   Texts log;

@@ -66,6 +66,7 @@ void World::start(std::u16string_view version) {
   simulator::OutlookOptions options;
   options.version = version;
   options.wordIsMailEditor = wordIsMailEditor;
+  options.earlyRibbon = earlyRibbon;
   host = std::make_unique<simulator::OutlookHost>(mailbox, options, bars, boundary,
                                                   simulator::hostServices(machine));
   host->start(addin.get());

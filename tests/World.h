@@ -85,6 +85,7 @@ class World {
   simulator::BarStore bars;
   Chooser user;
   bool wordIsMailEditor = false;
+  bool earlyRibbon = true;
   std::unique_ptr<simulator::Addin> addin;
   std::unique_ptr<simulator::OutlookHost> host;
 

@@ -211,10 +211,14 @@ TEST_F(CostTest, AnInspectorCallsOncePerStepAndNoMoreInACrowd) {
 
 TEST_F(CostTest, RibbonMarkupCallsOncePerStep) {
   world.addContact(u"Meier");
+  world.add(u"Tasks", ObjectClass::Task, u"task");
   world.start(u"12.0.4518.1014");
-  // NewInspector: the version. Markup: inspector, item, class. Bars to remove: inspector,
-  // CommandBars, six looks. Each button's picture: its id.
-  EXPECT_EQ(callsOf([&] { world.host->openItem(u"Meier"); }), 1u + 3 + (2 + 6) + 3);
+  // NewInspector: the version. Markup: inspector, item, class. Bars to remove: CommandBars, six
+  // looks. Each button's picture: its id.
+  constexpr std::size_t calls = 1 + 3 + (1 + 6) + 3;
+  EXPECT_EQ(callsOf([&] { world.host->openItem(u"Meier"); }), calls);
+  // Over another kind of item, the last one: Inspectors, Count, Item, item, class.
+  EXPECT_EQ(callsOf([&] { world.host->openItem(u"task"); }), calls + 5);
 }
 
 TEST_F(CostTest, ATickWithNothingToDoCallsNothing) {

@@ -55,6 +55,10 @@ TEST(ScenarioOnTheSimulatedHost, PlaysWhatCanHappenBetweenTwoLines) {
        "bar explorer \"!!VELNOR_NEUTRAL!!\" CxBtTransfer\nlanguage de\noutlook 11.0\nwait 21 s\n"
        "expect bar \"Velnor\" visible\nexpect no button transfer\n"
        "expect bar \"!!VELNOR_NEUTRAL!!\" none\nexpect button dial caption \"W\u00E4hlen\"\n"},
+      {"the ribbon is asked for early or late, from the next start on",
+       "ribbon late\noutlook 2007\nribbon early\nopen \"A\"\nnew mail\n"
+       "expect ribbon tab \"TabNewMailMessage\"\nquit\noutlook 2007\nopen \"A\"\nnew mail\n"
+       "expect ribbon tab \"TabNewMailMessage\"\n"},
       {"the ribbon of an item that is new",
        "outlook 2007\nnew mail\nexpect ribbon tab \"TabNewMailMessage\"\nnew note\n"
        "expect ribbon none\n"},

@@ -50,7 +50,7 @@ TEST_F(RibbonTest, EveryKindHasItsTab) {
     world.start(Outlook2007);
     world.host->openItem(c.item);
     cxol::clsRibbon ribbon;
-    const auto markup = ribbon.GetRibbonDescription();
+    const auto markup = ribbon.GetRibbonDescription({});
     EXPECT_EQ(markup.empty(), c.tab.empty());
     const auto tab = u"<tab idMso=\"" + std::u16string(c.tab) + u"\" >";
     EXPECT_EQ(markup.find(tab) != std::u16string::npos, !c.tab.empty());
@@ -77,20 +77,20 @@ TEST_F(RibbonTest, TheMarkupIsWhatOfficeReads) {
       u"</group></tab></tabs><contextualTabs><tabSet idMso=\"TabSetTableTools\" "
       u"visible=\"false\"></tabSet></contextualTabs></ribbon></customUI>";
   using cxol::clsRibbon;
-  EXPECT_EQ(clsRibbon().GetRibbonDescription(),
+  EXPECT_EQ(clsRibbon().GetRibbonDescription({}),
             start +
                 u"<ribbon><tabs><tab idMso=\"TabContact\" ><group "
                 u"id=\"k9tBrandReadMessage\" label=\"Velnor\">" +
                 buttons + end);
-  EXPECT_EQ(clsRibbon(clsRibbon::Layout::OwnTab).GetRibbonDescription(),
+  EXPECT_EQ(clsRibbon(clsRibbon::Layout::OwnTab).GetRibbonDescription({}),
             start +
                 u"<ribbon><tabs><tab id=\"K9TVelnor\" label=\"Velnor\"><group "
                 u"id=\"k9tBrand\" label=\"Velnor\">" +
                 buttons + end);
-  EXPECT_EQ(clsRibbon(clsRibbon::Layout::QuickAccess).GetRibbonDescription(),
+  EXPECT_EQ(clsRibbon(clsRibbon::Layout::QuickAccess).GetRibbonDescription({}),
             start + u"<ribbon startFromScratch=\"true\"><idMso=\"qat\">" + buttons +
                 u"</ribbon></customUI>");
-  EXPECT_EQ(clsRibbon(clsRibbon::Layout{7}).GetRibbonDescription(), start);
+  EXPECT_EQ(clsRibbon(clsRibbon::Layout{7}).GetRibbonDescription({}), start);
 }
 
 TEST_F(RibbonTest, TheGroupIsShownAndItsButtonsWork) {
@@ -129,6 +129,70 @@ TEST_F(RibbonTest, TheGroupIsShownAndItsButtonsWork) {
   EXPECT_EQ(told[0].kind, simulator::Told::Kind::Dial);
   EXPECT_EQ(told[1].kind, simulator::Told::Kind::HangUp);
   EXPECT_EQ(told[2].kind, simulator::Told::Kind::ShowNumber);
+}
+
+TEST_F(RibbonTest, TheMarkupFitsTheWindowThatItIsAskedFor) {
+  world.addContact(u"Meier");
+  world.add(u"Inbox", ObjectClass::Mail, u"read").properties[u"Sent"] = true;
+  auto& written = world.add(u"Inbox", ObjectClass::Mail, u"written");
+  written.properties[u"Sent"] = false;
+  world.add(u"Tasks", ObjectClass::Task, u"task");
+  world.add(u"Inbox", ObjectClass::MeetingCancellation, u"cancelled");
+  world.add(u"Journal", ObjectClass::Journal, u"journal");
+  const struct {
+    const char16_t* item;
+    std::u16string_view tab;
+  } windows[] = {{u"Meier", u"TabContact"},
+                 {u"read", u"TabReadMessage"},
+                 {u"written", u"TabNewMailMessage"},
+                 {u"cancelled", u""},
+                 {u"journal", u""},
+                 {u"task", u"TabTask"}};
+  for (const bool early : {true, false}) {
+    world.earlyRibbon = early;
+    world.bars.inspectors = {simulator::storedBar(u"Ondaris Station 2")};
+    world.start(Outlook2007);
+    for (const auto& each : windows) {
+      SCOPED_TRACE(automation::Error(early, each.item).what());
+      const auto window = world.window(world.host->openItem(each.item));
+      EXPECT_EQ(window.ribbonProblems, Texts{});
+      ASSERT_EQ(window.ribbon.size(), each.tab.empty() ? 0u : 1u);
+      if (each.tab.empty()) continue;
+      EXPECT_EQ(window.ribbon[0].tab, each.tab);
+      EXPECT_EQ(window.bars.size(), 0u) << "its own old bar is gone";
+    }
+    // The last of those that fit; where none does, the current one.
+    const auto markupFor = [](std::u16string_view kind) {
+      return cxol::clsRibbon().GetRibbonDescription(u"Microsoft.Outlook." + std::u16string(kind));
+    };
+    const struct {
+      std::u16string_view kind;
+      std::u16string_view tab;
+    } asked[] = {{u"Contact", u"TabContact"},        {u"Mail.Read", u"TabReadMessage"},
+                 {u"RSS", u"TabReadMessage"},        {u"Mail.Compose", u"TabNewMailMessage"},
+                 {u"Post.Read", u"TabTask"},         {u"Appointment", u"TabTask"},
+                 {u"Of a later Outlook", u"TabTask"}};
+    for (const auto& each : asked) {
+      const auto tab = u"<tab idMso=\"" + std::u16string(each.tab) + u"\" >";
+      EXPECT_NE(markupFor(each.kind).find(tab), std::u16string::npos);
+    }
+    EXPECT_EQ(markupFor(u"Journal"), u"");
+    world.stop();
+  }
+}
+
+TEST_F(RibbonTest, WithoutACurrentInspectorTheTraceCountsThem) {
+  for (const char16_t* id : {u"Meier", u"Smith"}) world.addContact(id);
+  world.start(Outlook2007);
+  for (const char16_t* id : {u"Meier", u"Smith"}) world.host->openItem(id);
+  world.host->failMember(u"Application", u"ActiveInspector");
+  EXPECT_FALSE(cxol::clsRibbon().GetCurrentInspector());
+  EXPECT_EQ(world.trace().back(),
+            u"Error:   clsRibbon.GetCurrentInspector - Inspector.Count: 2 Automation error");
+  world.host->failMember(u"Inspectors", u"Count");
+  EXPECT_FALSE(cxol::clsRibbon().GetCurrentInspector());
+  EXPECT_EQ(world.trace().back(),
+            u"Error:   clsRibbon.GetCurrentInspector - Inspector.Count: 0 Automation error");
 }
 
 TEST_F(RibbonTest, OldBarsGoFromTheInspectorOnly) {

@@ -57,6 +57,46 @@ TEST_F(SimulatedRibbonTest, RibbonsAreAskedForOnceAKind) {
   EXPECT_EQ(log.front(), u"ui Microsoft.Outlook.Contact") << "a new add-in is asked anew";
 }
 
+TEST_F(SimulatedRibbonTest, RibbonsAreAskedForWhileTheWindowBeforeIsActive) {
+  add(1, ObjectClass::Contact, u"contact");
+  add(0, ObjectClass::Mail, u"mail");
+  addin.onUi = [&] {
+    const auto active = addin.application.activeInspector();
+    log.push_back(u"active " + active.object().get(u"Caption").toText());
+  };
+  for (const bool early : {true, false}) {
+    options.earlyRibbon = early;
+    start(u"12.0.4518.1014");
+    host->openItem(u"contact");
+    log.clear();
+    host->openItem(u"mail");
+    EXPECT_EQ(log, (Texts{u"ui Microsoft.Outlook.Mail.Read",
+                          early ? u"active contact - Microsoft Outlook"
+                                : u"active mail - Microsoft Outlook"}));
+    host->quit();
+  }
+}
+
+TEST_F(SimulatedRibbonTest, AnAnswerStandsForTheSessionWhateverItIs) {
+  for (const auto* name : {u"a", u"b"}) add(1, ObjectClass::Contact, name);
+  for (const auto& answer : {std::u16string(), markup(u"TabTask", Group)}) {
+    addin.markup = answer;
+    start(u"12.0.4518.1014");
+    const auto problems = view(host->openItem(u"a")).ribbonProblems;
+    EXPECT_EQ(problems.empty(), answer.empty());
+    addin.markup = markup(u"TabContact", Group);
+    log.clear();
+    const auto window = view(host->openItem(u"b"));
+    EXPECT_EQ(log, Texts{}) << "asked again";
+    EXPECT_TRUE(window.ribbon.empty());
+    EXPECT_EQ(window.ribbonProblems, problems);
+    host->quit();
+    start(u"12.0.4518.1014");
+    EXPECT_EQ(view(host->openItem(u"b")).ribbon.size(), 1u) << "another session";
+    host->quit();
+  }
+}
+
 TEST_F(SimulatedRibbonTest, RibbonIdsFollowTheItem) {
   const struct {
     ObjectClass kind;

@@ -219,6 +219,8 @@ HostCore::Window HostCore::openInspector(MailboxFolder& folder, MailboxItem& ite
   counted(WindowKind::Inspector).push_back(window);
   inspectors->raiseNew(*window);
   if (!window->open) return window;
+  if (hasRibbons() && options.earlyRibbon) ribbons.ask(item);
+  if (!window->open) return window;
   toFront(window);
   if (hasRibbons()) ribbons.show(window);
   activate(window);

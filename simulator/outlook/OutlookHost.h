@@ -31,6 +31,9 @@ class HostError : public std::runtime_error {
 struct OutlookOptions {
   std::u16string version = u"11.0.5608";
   bool wordIsMailEditor = false;
+  /// The markup of a new inspector's ribbon is asked for while the window before it is still the
+  /// active one, as Outlook does; else once the new one is in front.
+  bool earlyRibbon = true;
   std::u16string progId = u"VelnorOutlookCOMAddIn.Connect";
 };
 

@@ -1,5 +1,7 @@
 #include "simulator/outlook/Ribbons.h"
 
+#include <utility>
+
 #include "simulator/data/Utf8.h"
 #include "simulator/outlook/HostCore.h"
 #include "simulator/outlook/ItemObjects.h"
@@ -44,14 +46,22 @@ automation::Object Ribbons::control(const std::shared_ptr<WindowObject>& window,
       ->handle();
 }
 
+void Ribbons::ask(const MailboxItem& item) {
+  const auto id = ribbonIdFor(item);
+  if (id.empty() || !core_.addin || answers_.contains(id)) return;
+  auto markup = core_.addin->getCustomUi(id);
+  // An add-in that was switched off in the middle of it is not heard any more.
+  if (core_.addin) answers_[id] = {std::move(markup)};
+}
+
 void Ribbons::show(const std::shared_ptr<WindowObject>& window) {
   WindowState& state = window->state;
+  ask(*state.item);
   const auto id = ribbonIdFor(*state.item);
-  if (id.empty() || !core_.addin) return;
-  const bool first = !markups_.contains(id);
-  if (first) markups_[id] = core_.addin->getCustomUi(id);
-  state.ribbon = readRibbon(markups_[id], id);
-  if (first && !state.ribbon.onLoad.empty()) {
+  const auto answer = answers_.find(id);
+  if (answer == answers_.end() || !core_.addin) return;
+  state.ribbon = readRibbon(answer->second.markup, id);
+  if (!std::exchange(answer->second.loaded, true) && !state.ribbon.onLoad.empty()) {
     const auto ui = std::make_shared<RecordObject>(core_.weak_from_this(), u"IRibbonUI",
                                                    RecordObject::Fields{});
     call(state, state.ribbon.onLoad, ui->handle());
@@ -88,7 +98,7 @@ void Ribbons::click(const std::shared_ptr<WindowObject>& window, std::u16string_
 }
 
 void Ribbons::forget() {
-  markups_.clear();
+  answers_.clear();
   for (const auto& window : core_.windowsOf(WindowKind::Inspector)) window->state.ribbon = {};
 }
 

@@ -15,7 +15,11 @@ class Ribbons {
  public:
   explicit Ribbons(HostCore& core) : core_(core) {}
 
-  /// Before the window's first Activate.
+  /// Asks for the markup of an item's kind of inspector, unless that was answered before: any
+  /// answer, a refused and an empty one too, stands for the session.
+  void ask(const MailboxItem& item);
+  /// What the answer puts into the ribbon, before the window's first Activate. Asks where nobody
+  /// has asked yet.
   void show(const std::shared_ptr<WindowObject>& window);
   /// Raises HostError when the window's ribbon has no such button.
   void click(const std::shared_ptr<WindowObject>& window, std::u16string_view button);
@@ -27,9 +31,15 @@ class Ribbons {
   Value call(WindowState& state, std::u16string_view callback, const automation::Object& argument);
   automation::Object control(const std::shared_ptr<WindowObject>& window, std::u16string_view id);
 
+  struct Answer {
+    std::u16string markup;
+    /// The callback of the markup's arrival was called.
+    bool loaded = false;
+  };
+
   HostCore& core_;
   /// By ribbon id.
-  std::map<std::u16string, std::u16string> markups_;
+  std::map<std::u16string, Answer> answers_;
 };
 
 }  // namespace simulator

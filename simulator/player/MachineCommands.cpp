@@ -23,12 +23,23 @@ void registry(Player& player, Arguments& args) {
   player.stage().setRegistry(line.root, line.key, line.name, line.value);
 }
 
+void tellOfNextStart(Player& player) {
+  if (player.stage().outlookRuns())
+    player.transcript().line("    (Outlook takes it over at its next start)");
+}
+
 void word(Player& player, Arguments& args) {
   const bool on = args.onOff();
   args.end();
   player.stage().setWordMail(on);
-  if (player.stage().outlookRuns())
-    player.transcript().line("    (Outlook takes it over at its next start)");
+  tellOfNextStart(player);
+}
+
+void ribbon(Player& player, Arguments& args) {
+  const bool early = args.choice({u"early", u"late"}) == 0;
+  args.end();
+  player.stage().setEarlyRibbon(early);
+  tellOfNextStart(player);
 }
 
 void library(Player& player, Arguments& args) {
@@ -120,6 +131,10 @@ constexpr Command table[] = {
     {u"registry", "registry HKCU\\Key\\Name = 1 | \"text\" | hex:01,00 | none",
      "set a registry value, or remove it", Actor::World, registry},
     {u"word", "word on|off", "whether Word edits the mails", Actor::World, word},
+    {u"ribbon", "ribbon early|late",
+     "whether a new window's ribbon is asked for before the window is in front, as at first, or "
+     "then",
+     Actor::World, ribbon},
     {u"bar", "bar explorer|inspector \"Name\" [CxBtDial ...] [empty 20] [refuses]",
      "a toolbar kept from earlier runs: with these buttons, empty for as many activations, "
      "refusing new buttons",

@@ -74,10 +74,7 @@ void NativeStage::settle() {
 
 void NativeStage::startOutlook(std::u16string_view version) {
   if (host_) refuse("Outlook runs already");
-  simulator::OutlookOptions options;
-  options.version = version;
-  options.wordIsMailEditor = wordMail();
-  host_ = std::make_unique<simulator::OutlookHost>(mailbox_, options, bars_, boundary_,
+  host_ = std::make_unique<simulator::OutlookHost>(mailbox_, optionsFor(version), bars_, boundary_,
                                                    simulator::hostServices(machine_));
   if (addinOn_) addin_ = makeAddin_(services_);
   host_->start(addin_.get());

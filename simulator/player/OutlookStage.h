@@ -30,7 +30,8 @@ class OutlookStage : public Stage {
   void select(int window, const std::vector<std::u16string>& itemIds) override;
   void click(const ControlPlace& place) override;
   void type(const ControlPlace& place, std::u16string_view text) override;
-  void setWordMail(bool on) override { wordMail_ = on; }
+  void setWordMail(bool on) override { options_.wordIsMailEditor = on; }
+  void setEarlyRibbon(bool on) override { options_.earlyRibbon = on; }
   void presetBar(const BarPreset& bar) override;
 
   Snapshot snapshot() override;
@@ -59,14 +60,19 @@ class OutlookStage : public Stage {
   /// Raises Mistake while Outlook does not run.
   simulator::OutlookHost& host() const;
   Listener* listener() const { return listener_; }
-  bool wordMail() const { return wordMail_; }
+  /// For the next start of Outlook; the version is that start's.
+  simulator::OutlookOptions optionsFor(std::u16string_view version) const {
+    auto options = options_;
+    options.version = version;
+    return options;
+  }
 
  private:
   /// Tag or id, or where that is empty the caption, of a control.
   std::u16string nameOf(const ControlPlace& place);
 
   Listener* listener_ = nullptr;
-  bool wordMail_ = false;
+  simulator::OutlookOptions options_;
 };
 
 }  // namespace scenario

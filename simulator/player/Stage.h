@@ -161,6 +161,8 @@ class Stage {
   virtual void type(const ControlPlace& place, std::u16string_view text) = 0;
   virtual void switchAddin(bool on) = 0;
   virtual void setWordMail(bool on) = 0;
+  /// Whether a new window's ribbon is asked for before the window is in front.
+  virtual void setEarlyRibbon(bool on) = 0;
   virtual void presetBar(const BarPreset& bar) = 0;
 
   // The telephone.

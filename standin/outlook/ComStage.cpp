@@ -69,7 +69,7 @@ simulator::OutlookHost* ComStage::runningHost() const {
 
 void ComStage::startOutlook(std::u16string_view version) {
   if (session_.running()) throw Mistake("Outlook runs already");
-  act([&] { session_.start(version, wordMail()); });
+  act([&] { session_.start(optionsFor(version)); });
   if (!session_.problem().empty())
     throw Mistake("the add-in was not loaded: " + scenario::toUtf8(session_.problem()));
 }

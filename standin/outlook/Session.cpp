@@ -40,10 +40,13 @@ std::unique_ptr<ComAddin> Session::createAddin() {
   });
 }
 
-void Session::start(std::u16string_view version, bool wordMail) {
+void Session::start(std::u16string_view version) {
   simulator::OutlookOptions options;
   options.version = version;
-  options.wordIsMailEditor = wordMail;
+  start(std::move(options));
+}
+
+void Session::start(simulator::OutlookOptions options) {
   options.progId = entry_.progId();
   simulator::OutlookServices services;
   services.clipboard = [this] { return pictures_.fromClipboard(); };

@@ -26,7 +26,8 @@ class Session {
   Session& operator=(const Session&) = delete;
 
   /// Starts Outlook, which loads the add-in when its entry in the registry says so.
-  void start(std::u16string_view version, bool wordMail);
+  void start(simulator::OutlookOptions options);
+  void start(std::u16string_view version);
   void quit();
   /// To be called after the last window may have been closed: lets go of an Outlook that has ended,
   /// and of the add-in's DLL.

@@ -69,7 +69,7 @@ int useByHand(standin::Session& session, standin::HandDesk& hand, standin::Clien
   standin::Notes notes(client, libraries);
   scenario::Transcript transcript(printLine);
   transcript.traceShown = options.trace;
-  session.start(windows::fromAnsi(options.outlook.empty() ? "11.0" : options.outlook), false);
+  session.start(windows::fromAnsi(options.outlook.empty() ? "11.0" : options.outlook));
   if (!session.problem().empty()) {
     std::fprintf(stderr, "outlook-standin: the add-in was not loaded: %s\n",
                  scenario::toUtf8(session.problem()).c_str());

@@ -91,7 +91,7 @@ ProofDesk::~ProofDesk() {
 }
 
 void ProofDesk::start(std::u16string_view version) {
-  session.start(version, false);
+  session.start(version);
   ASSERT_EQ(toUtf8(session.problem()), "");
   select(u"one");
 }

@@ -66,7 +66,7 @@ class Release : public ProofDesk {
       // It was switched off.
       setNumber(ListedAddin, u"LoadBehavior", 3);
       session.bars() = {};
-      session.start(version, false);
+      session.start(version);
       EXPECT_TRUE(session.addinOn());
       prepare();
       complaints();
@@ -141,7 +141,7 @@ TEST_F(Release, InTheMiddleOfATickOfTheGeneralTimer) {
   quit();
   setNumber(ListedAddin, u"LoadBehavior", 3);
   // Nobody selects anything: the timer builds the toolbar once the window is old enough.
-  session.start(u"11.0", false);
+  session.start(u"11.0");
   Dropping dropping(*this, 1);
   session.boundary().setObserver(&dropping);
   standin::Pace().wait(21'000);
@@ -154,7 +154,7 @@ TEST_F(Release, WhileAMenuIsOpen) {
   ASSERT_TRUE(client.startReady());
   for (const bool chosen : {false, true}) {
     setNumber(ListedAddin, u"LoadBehavior", 3);
-    session.start(u"11.0", false);
+    session.start(u"11.0");
     select(u"two");
     onMenu = [&](const auto& menu) -> std::optional<int> {
       session.switchAddin(false);

@@ -98,6 +98,7 @@ constexpr Scenario Scenarios[] = {
      }},
     {"ribbon, mails",
      [](Actor& a) {
+       a.addContact(u"Meier");
        auto& sent = a.add(u"Inbox", ObjectClass::Mail, u"sent");
        sent.properties[u"Sent"] = true;
        auto& fax = a.add(u"Inbox", ObjectClass::Mail, u"fax");
@@ -108,7 +109,7 @@ constexpr Scenario Scenarios[] = {
      },
      [](Actor& a) {
        a.startOutlook(Outlook2007);
-       for (const auto item : {u"sent", u"fax", u"note"}) a.open(item);
+       for (const auto item : {u"Meier", u"sent", u"fax", u"note"}) a.open(item);
        a.wait(21'000);
      }},
 };
