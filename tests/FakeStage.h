@@ -106,6 +106,11 @@ class FakeStage : public Stage {
     did("bar", toUtf8(bar.name) + (bar.inspector ? " i" : " e") + std::to_string(bar.tags.size()) +
                    " " + std::to_string(bar.emptyActivations) + (bar.refusesControls ? " r" : ""));
   }
+  void failMember(std::u16string_view className, std::u16string_view member,
+                  FailureSpan span) override {
+    did("fail",
+        toUtf8(className) + "|" + toUtf8(member) + " " + std::to_string(static_cast<int>(span)));
+  }
   void ring(std::u16string_view number) override {
     did("ring", number);
     picture.telephone = u"running, ringing: " + std::u16string(number);

@@ -56,6 +56,8 @@ TEST(ScenarioLines, ReachTheStage) {
       {"wait 1.5s", "wait 1500"},
       {"wait 1 min", "wait 60000"},
       {"bar inspector \"Velnor\" empty 20 CxBtDial CxBtDrop refuses", "bar Velnor i2 20 r"},
+      {"fail CommandBar.FindControl", "fail CommandBar|FindControl 0"},
+      {"fail Explorer.CommandBars once", "fail Explorer|CommandBars 1"},
       {"\xEF\xBB\xBFquit", "quit"},
   };
   for (const Case& c : cases) {

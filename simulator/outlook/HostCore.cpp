@@ -56,9 +56,12 @@ HostCore::HostCore(Mailbox& mail, OutlookOptions given, BarStore& bars, Boundary
       boundary(line),
       services(std::move(machine)) {}
 
-void HostCore::checkFailing(std::u16string_view className, std::u16string_view member) const {
+void HostCore::checkFailing(std::u16string_view className, std::u16string_view member) {
   const auto found = failing.find({std::u16string(className), std::u16string(member)});
-  if (found != failing.end()) throw found->second;
+  if (found == failing.end()) return;
+  const Error error = found->second.error;
+  if (--found->second.times == 0) failing.erase(found);
+  throw error;
 }
 
 Value HostCore::itemById(std::u16string_view id) {

@@ -28,7 +28,7 @@ class HostCore : public std::enable_shared_from_this<HostCore> {
            OutlookServices services);
 
   // ---- For the objects.
-  void checkFailing(std::u16string_view className, std::u16string_view member) const;
+  void checkFailing(std::u16string_view className, std::u16string_view member);
   Value itemById(std::u16string_view id);
   /// One object an item for as long as somebody holds it.
   Value itemObject(MailboxFolder& folder, MailboxItem& item);
@@ -75,7 +75,11 @@ class HostCore : public std::enable_shared_from_this<HostCore> {
   /// The topmost first.
   std::vector<Window> zorder;
   std::shared_ptr<Bars> explorerBars;
-  std::map<std::pair<std::u16string, std::u16string>, automation::Error> failing;
+  struct Failure {
+    automation::Error error;
+    std::size_t times;
+  };
+  std::map<std::pair<std::u16string, std::u16string>, Failure> failing;
   std::function<void(int)> addHook;
   Ribbons ribbons{*this};
   /// Items that were made and not saved in a folder.

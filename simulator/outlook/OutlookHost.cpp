@@ -270,9 +270,9 @@ std::size_t OutlookHost::sinkCount() const {
 }
 
 void OutlookHost::failMember(std::u16string_view className, std::u16string_view member,
-                             automation::Error error) {
+                             automation::Error error, std::size_t times) {
   impl_->core->failing.insert_or_assign({std::u16string(className), std::u16string(member)},
-                                        std::move(error));
+                                        HostCore::Failure{std::move(error), times});
 }
 
 void OutlookHost::restoreMember(std::u16string_view className, std::u16string_view member) {

@@ -117,10 +117,12 @@ class OutlookHost {
   OutlookView snapshot(std::size_t maxItems = std::numeric_limits<std::size_t>::max()) const;
   /// Event sinks connected to the window collections, the open windows and their controls.
   std::size_t sinkCount() const;
-  /// From now on this member of this class raises an error, until it is restored.
+  /// From now on this member of this class raises an error, until it is restored or has done so as
+  /// often as this.
   void failMember(
       std::u16string_view className, std::u16string_view member,
-      automation::Error error = automation::Error(automation::ErrorNumber::AutomationFailed));
+      automation::Error error = automation::Error(automation::ErrorNumber::AutomationFailed),
+      std::size_t times = std::numeric_limits<std::size_t>::max());
   void restoreMember(std::u16string_view className, std::u16string_view member);
   /// Called inside Controls.Add, before the control is there; may act on the host.
   void setControlsAddHook(std::function<void(int window)> hook);

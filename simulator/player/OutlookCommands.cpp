@@ -191,6 +191,20 @@ void switchAddin(Player& player, Arguments& args) {
   runningOutlook(player).switchAddin(on);
 }
 
+void fail(Player& player, Arguments& args) {
+  const std::u16string name = args.text("a member such as CommandBar.FindControl");
+  const std::size_t dot = name.find(u'.');
+  if (dot == 0 || dot >= name.size() - 1)
+    throw Mistake(quoted(name) + " is no member; expected one such as CommandBar.FindControl");
+  FailureSpan span = FailureSpan::Lasting;
+  if (!args.atEnd()) {
+    constexpr std::array spans{FailureSpan::Once, FailureSpan::Over};
+    span = spans[args.choice({u"once", u"off"})];
+  }
+  args.end();
+  runningOutlook(player).failMember(name.substr(0, dot), name.substr(dot + 1), span);
+}
+
 constexpr Command table[] = {
     {u"outlook", "outlook 11.0", "start Outlook: 9.0, 10.0, 11.0, 12.0, or 2000 to 2007",
      Actor::User, startOutlook},
@@ -212,6 +226,9 @@ constexpr Command table[] = {
      type},
     {u"addin", "addin off|on", "switch the add-in off or on, as in the COM add-ins dialog",
      Actor::User, switchAddin},
+    {u"fail", "fail CommandBar.FindControl [once|off]",
+     "let a member of Outlook's objects raise an error: lasting, once, or no more", Actor::World,
+     fail},
 };
 
 }  // namespace

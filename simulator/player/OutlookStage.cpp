@@ -114,6 +114,14 @@ void OutlookStage::presetBar(const BarPreset& preset) {
   kept.push_back(std::move(bar));
 }
 
+void OutlookStage::failMember(std::u16string_view className, std::u16string_view member,
+                              FailureSpan span) {
+  if (span == FailureSpan::Over) return host().restoreMember(className, member);
+  const automation::Error error(automation::ErrorNumber::AutomationFailed);
+  if (span == FailureSpan::Once) return host().failMember(className, member, error, 1);
+  host().failMember(className, member, error);
+}
+
 Snapshot OutlookStage::snapshot() {
   Snapshot result;
   result.telephone = telephone();

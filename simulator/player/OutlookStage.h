@@ -33,6 +33,8 @@ class OutlookStage : public Stage {
   void setWordMail(bool on) override { options_.wordIsMailEditor = on; }
   void setEarlyRibbon(bool on) override { options_.earlyRibbon = on; }
   void presetBar(const BarPreset& bar) override;
+  void failMember(std::u16string_view className, std::u16string_view member,
+                  FailureSpan span) override;
 
   Snapshot snapshot() override;
   std::vector<std::u16string> folders() override;

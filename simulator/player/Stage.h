@@ -98,6 +98,9 @@ enum class ClientState { Missing, Installed, Running, Hidden };
 enum class ClientGap { Nothing, Window, Object, Service };
 enum class HelperState { Present, Missing, Failing };
 
+/// How long a member of an object of Outlook raises an error.
+enum class FailureSpan { Lasting, Once, Over };
+
 /// A command bar that Outlook has kept from earlier runs.
 struct BarPreset {
   bool inspector = false;
@@ -164,6 +167,9 @@ class Stage {
   /// Whether a new window's ribbon is asked for before the window is in front.
   virtual void setEarlyRibbon(bool on) = 0;
   virtual void presetBar(const BarPreset& bar) = 0;
+  /// Until Outlook ends at most.
+  virtual void failMember(std::u16string_view className, std::u16string_view member,
+                          FailureSpan span) = 0;
 
   // The telephone.
   virtual void ring(std::u16string_view number) = 0;
