@@ -32,7 +32,9 @@ void poll(Globals& state) {
   } busy(state.TimerBusy);
   if (state.g_bShowInspectorToolBar) connectInspectors(state);
   initExplorers(state);
-  if (state.g_bStartWithOutlook) {
+  // Nothing stops the timer of an add-in that the user switches off: it starts no client any more,
+  // and the wrappers are gone by themselves.
+  if (state.g_bStartWithOutlook && state.g_olApp) {
     state.g_bStartWithOutlook = false;
     ShellExecuteVelnorHiddenNoWait();
   }

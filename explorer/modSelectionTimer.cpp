@@ -13,8 +13,12 @@ constexpr std::uint32_t Delay = 400;
 
 void selectionTick() noexcept {
   trapQuietly([] {
-    if (const auto target = globals().SelTimerTarget) target->onExplorerSelectionChange();
+    // The system's timer goes on until it is killed, and the handler may let messages through: once
+    // it runs the timer must not tick again, and a selection that comes meanwhile arms it anew.
+    const auto target = globals().SelTimerTarget;
     StopSelectionTimer();
+    // After a disconnection there is nothing to look at.
+    if (target && globals().g_olApp) target->onExplorerSelectionChange();
   });
 }
 

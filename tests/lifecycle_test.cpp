@@ -160,6 +160,20 @@ TEST_F(LifecycleTest, StartsTheClientOnceWithOutlook) {
   EXPECT_EQ(world.machine.processes.started().size(), 1u);
 }
 
+TEST_F(LifecycleTest, SwitchedOffItStartsAndTracesNothingMore) {
+  world.option(ClientKey, u"StartWithOutlook", 1);
+  world.addContact(u"Meier");
+  world.start();
+  world.select(u"Contacts", u"Meier");
+  // Somebody else holds the add-in, so that its timers go on.
+  world.host->disconnectAddin();
+  world.forget();
+  world.machine.advance(60'000);
+  EXPECT_TRUE(world.machine.processes.started().empty());
+  EXPECT_EQ(world.trace(), (Texts{u"Debug:   Class_Terminate: Explorer", u"Debug:   Timer stopped.",
+                                  u"Debug:   Timer started successfully."}));
+}
+
 TEST_F(LifecycleTest, EndsTheClientWithTheLastExplorer) {
   for (const std::u16string_view version : {u"9.0.0.2711", u"11.0.5608", u"12.0.4518.1014"}) {
     world.option(ClientKey, u"StopWithOutlook", 1);
