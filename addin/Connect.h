@@ -48,7 +48,8 @@ class Connect : public outlook::ExplorersEvents,
   void release() noexcept;
   clsRibbon& ribbon();
 
-  /// Between connection and disconnection, the latter of which may come in the middle of the first.
+  /// Between connection and disconnection. Outlook may disconnect in the middle of a host call of
+  /// the connection or of start-up: what would last is asked for this flag behind such calls.
   bool connected_ = false;
   automation::Connection myOlExplorers_;
   automation::Connection myOlInspectors_;

@@ -3,10 +3,12 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "addin/ExplorerWrapper.h"
 #include "addin/InspectorWrapper.h"
 #include "addin/MenuForm.h"
+#include "addin/identity.h"
 #include "infra/collection.h"
 #include "platform/outlook.h"
 
@@ -51,8 +53,8 @@ struct Globals {
   std::uint32_t SelTimerId = 0;
   std::shared_ptr<ExplorerWrapper> SelTimerTarget;
 
-  /// Seconds since midnight of the identity given out last; negative before the first.
-  double lastIdentity = -1;
+  /// Those given out, of which some may have gone.
+  std::vector<std::weak_ptr<const InstanceIdentity::Shared>> identities;
 };
 
 /// Raises error 91 outside the life of a `Process`.

@@ -1,5 +1,7 @@
 #include "addin/identity.h"
 
+#include <algorithm>
+
 #include "addin/globals.h"
 #include "infra/runtime.h"
 #include "platform/clock.h"
@@ -8,23 +10,36 @@
 namespace cxol {
 namespace {
 
+/// Seconds. Far enough that neighbours stay apart when they are rounded to single precision and
+/// to the digits of its text.
+constexpr double Step = 0.02;
+
 std::u16string textOf(double seconds) {
   return automation::singleText(static_cast<float>(seconds));
 }
 
 }  // namespace
 
-std::u16string NewInstanceIdentity() {
-  /// Seconds between two identities of one moment, and how long a moment can get to be.
-  constexpr double Step = 0.01;
-  constexpr double Moment = 10;
-
-  auto& last = globals().lastIdentity;
+InstanceIdentity InstanceIdentity::create() {
+  auto& known = globals().identities;
+  std::erase_if(known, [](const auto& each) { return each.expired(); });
   double seconds = platform::secondsSinceMidnight(machine().clock.localTime());
-  if (last >= 0 && seconds < last && last - seconds < Moment) seconds = last;
-  while (last >= 0 && textOf(seconds) == textOf(last)) seconds += Step;
-  last = seconds;
-  return textOf(seconds);
+  auto text = textOf(seconds);
+  bool taken = false;
+  double greatest = seconds;
+  for (const auto& each : known) {
+    const auto living = each.lock();
+    taken = taken || living->text == text;
+    greatest = std::max(greatest, living->seconds);
+  }
+  if (taken) {
+    seconds = greatest + Step;
+    text = textOf(seconds);
+  }
+  InstanceIdentity identity;
+  identity.shared_ = std::make_shared<const Shared>(Shared{seconds, std::move(text)});
+  known.push_back(identity.shared_);
+  return identity;
 }
 
 }  // namespace cxol

@@ -46,6 +46,13 @@ void stopClient() {
   if (client) client.phoneCommand().stop(velnor::StopWithHost);
 }
 
+/// To be asked while an explorer closes.
+bool wasLastExplorer() {
+  // Outlook 2000 still counts the explorer that is closing.
+  const std::int32_t expected = GetOutlookVersion() == 2000 ? 1 : 0;
+  return globals().g_olApp.explorers().count() == expected;
+}
+
 }  // namespace
 
 OlCmdEvents::OlCmdEvents() : createdAt_(machine().clock.localTime()) {
@@ -63,8 +70,7 @@ void OlCmdEvents::setThisExplorer(const outlook::Explorer& explorer) {
   explorerEvents_ = explorer.object().connect(
       outlook::ExplorerEventInterface,
       std::make_shared<automation::ReceiverSink<outlook::ExplorerEvents>>(weak_from_this()));
-  // Closed in the middle of the call.
-  if (!explorer_) explorerEvents_.close();
+  if (isClosed()) explorerEvents_.close();
 }
 
 void OlCmdEvents::InitFromTimer() noexcept {
@@ -104,6 +110,8 @@ void OlCmdEvents::onExplorerSelectionChange() noexcept {
     const auto selection = explorer_.selection();
     auto entryId = selection.count() >= 1 ? selection.item(1).entryId() : std::u16string();
     if (!entryId.empty() && entryId == selectedEntryId_) return;
+    // Noted before the caption is tried: one that the host refuses would be tried, and traced, at
+    // each further event of the same item.
     selectedEntryId_ = std::move(entryId);
     SetActionButtonCaption();
   });
@@ -119,7 +127,7 @@ void OlCmdEvents::SetActionButtonCaption() noexcept {
 
 void OlCmdEvents::selectionMayHaveChanged() noexcept {
   onNewExplorer();
-  if (explorer_) StartSelectionTimer(shared_from_this());
+  if (!isClosed()) StartSelectionTimer(shared_from_this());
 }
 
 void OlCmdEvents::thisExplorer_Activate() noexcept {
@@ -136,12 +144,6 @@ void OlCmdEvents::thisExplorer_SelectionChange() noexcept {
 
 void OlCmdEvents::thisExplorer_ViewSwitch() noexcept {
   onNewExplorer();
-}
-
-bool OlCmdEvents::wasLastExplorer() const {
-  // Outlook 2000 still counts the explorer that is closing.
-  const std::int32_t expected = GetOutlookVersion() == 2000 ? 1 : 0;
-  return globals().g_olApp.explorers().count() == expected;
 }
 
 void OlCmdEvents::thisExplorer_Close() noexcept {
@@ -162,7 +164,7 @@ void OlCmdEvents::thisExplorer_Close() noexcept {
 }
 
 bool OlCmdEvents::isOwn(const office::CommandBarControl& ctrl) const {
-  return equalsIgnoringCase(ctrl.parameter(), parameter_);
+  return equalsIgnoringCase(ctrl.parameter(), parameter_.text());
 }
 
 void OlCmdEvents::BtDial_Click(const office::CommandBarControl& ctrl) noexcept {

@@ -6,6 +6,8 @@
 #include <string>
 
 #include "addin/ExplorerWrapper.h"
+#include "addin/identity.h"
+#include "client/UntaggedControl.h"
 #include "platform/clock.h"
 #include "platform/office.h"
 #include "platform/outlook.h"
@@ -43,7 +45,8 @@ class OlCmdEvents : public ExplorerWrapper,
   void thisExplorer_SelectionChange() noexcept override;
   void thisExplorer_ViewSwitch() noexcept override;
 
-  /// Builds or refreshes the toolbar. A step that fails leaves its target as it was.
+  /// Builds or refreshes the toolbar. A step that fails leaves its target as it was; raises the
+  /// last failure when there is no bar in the end.
   void InitVelnorBarExplorer();
   void DeInitVelnorBarExplorer(bool deleteBar) noexcept override;
 
@@ -79,21 +82,26 @@ class OlCmdEvents : public ExplorerWrapper,
   void selectionMayHaveChanged() noexcept;
   /// Whether the clicked control bears this window's identity.
   bool isOwn(const office::CommandBarControl& ctrl) const;
-  bool wasLastExplorer() const;
+  /// The window is gone. It may be closed in the middle of any host call: what that call has handed
+  /// over must not be kept then.
+  bool isClosed() const noexcept { return !explorer_; }
 
   /// Lets the bar and its controls go.
   void release() noexcept;
   office::CommandBar findBar() const;
+  void addBar();
   void clearOldLayout();
+  /// Finds or creates a control; true when it is new.
   bool initControl(const Layout& layout);
-  void configure(const Layout& layout, const office::CommandBarControl& control) const;
+  void configure(const Layout& layout, const office::CommandBarControl& control);
   void removeObsolete(const Obsolete& obsolete);
   void keep(ControlIndex index, const office::CommandBarControl& control, Handler handler);
 
   outlook::Explorer explorer_;
   office::CommandBar explorerBar_;
+  UntaggedControl untagged_;
   /// Identity of this window's controls, new at every build.
-  std::u16string parameter_;
+  InstanceIdentity parameter_;
   bool mustInitPending_ = true;
   platform::LocalTime createdAt_;
   /// Entry id of the item that the action button names.

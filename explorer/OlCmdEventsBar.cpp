@@ -56,14 +56,18 @@ const OlCmdEvents::Obsolete OlCmdEvents::ObsoleteControls[] = {
 
 void OlCmdEvents::InitVelnorBarExplorer() {
   LogDebug(u"InitVelnorBarExplorer...");
-  parameter_ = NewInstanceIdentity();
   ResumeNext resume;
+  resume([&] { parameter_ = InstanceIdentity::create(); });
   explorerBar_ = findBar();
   if (explorerBar_) {
     resume([&] { LogDebug(concat(u"Re-use command bar ", explorerBar_.name())); });
   } else {
     LogDebug(u"Create new command bar.");
-    resume([&] { explorerBar_ = explorer_.commandBars().add(globals().g_product); });
+    resume([&] { addBar(); });
+  }
+  // Office is not ready yet: nothing that follows can succeed, a later build can.
+  if (!explorerBar_ && !isClosed()) {
+    throw automation::Error(resume.number(), resume.description());
   }
   resume([&] { explorerBar_.setPosition(office::BarPosition::Top); });
   resume([&] { explorerBar_.setName(globals().g_product); });
@@ -79,40 +83,46 @@ void OlCmdEvents::InitVelnorBarExplorer() {
   // New buttons are drawn before the bar comes up.
   if (anyCreated) resume([] { machine().clock.pumpMessages(); });
   resume([&] { explorerBar_.setVisible(true); });
-  // The window may have been closed in the middle of a call.
-  if (!explorer_) release();
+  if (isClosed()) release();
   LogDebug(u"...done.");
 }
 
 office::CommandBar OlCmdEvents::findBar() const {
   ResumeNext resume;
   office::CommandBar bar;
-  office::CommandBars bars;
-  resume([&] { bars = explorer_.commandBars(); });
+  const auto look = [&](std::u16string_view name) {
+    resume([&] { bar = explorer_.commandBars().item(name); });
+  };
   const auto names = BarNames();
-  // The first look for the product's own bar may come too early for Office: it is repeated.
-  resume([&] { bar = bars.item(names.front()); });
+  // The first look for the product's own bar may come too early for Office, which then does not
+  // even hand its bars out: it is repeated, and each look asks for the bars anew.
+  look(names.front());
   for (const auto& name : names) {
     if (bar) break;
-    resume([&] { bar = bars.item(name); });
+    look(name);
   }
   return bar;
+}
+
+void OlCmdEvents::addBar() {
+  explorerBar_ = explorer_.commandBars().add(globals().g_product);
+  if (!explorerBar_) throw automation::Error(automation::ErrorNumber::ObjectNotSet);
 }
 
 void OlCmdEvents::clearOldLayout() {
   ResumeNext resume;
   office::CommandBarControl transfer;
-  resume([&] {
-    transfer = explorerBar_.findControl(u"CxBtTransfer");
-    keep(BtTransfer, transfer, &OlCmdEvents::BtTransfer_Click);
-  });
+  resume([&] { transfer = explorerBar_.findControl(u"CxBtTransfer"); });
   if (!transfer) return;
+  office::CommandBarControls controls;
+  std::int32_t count = 0;
   resume([&] {
-    const auto controls = explorerBar_.controls();
-    for (std::int32_t i = controls.count(); i >= 1; --i) {
-      resume([&] { controls.item(i).remove(); });
-    }
+    controls = explorerBar_.controls();
+    count = controls.count();
   });
+  for (std::int32_t i = count; i >= 1; --i) {
+    resume([&] { controls.item(i).remove(); });
+  }
 }
 
 bool OlCmdEvents::initControl(const Layout& layout) {
@@ -122,18 +132,19 @@ bool OlCmdEvents::initControl(const Layout& layout) {
   const bool create = !control;
   if (create) {
     resume([&] { control = explorerBar_.controls().add(layout.type); });
+    untagged_.hold(control);
   }
-  resume([&] { keep(layout.index, control, layout.handler); });
-  const bool created = create && control;
-  if (created && layout.type == office::ControlType::Button) {
+  if (create && control && layout.type == office::ControlType::Button) {
     resume([&] { control.setStyle(office::ButtonStyle::Icon); });
     SetButtonImage(layout.picture, control);
   }
   if (control) configure(layout, control);
-  return created;
+  if (create && untagged_.remove()) control = {};
+  resume([&] { keep(layout.index, control, layout.handler); });
+  return create && control;
 }
 
-void OlCmdEvents::configure(const Layout& layout, const office::CommandBarControl& control) const {
+void OlCmdEvents::configure(const Layout& layout, const office::CommandBarControl& control) {
   ResumeNext resume;
   const auto setTooltip = [&] { control.setTooltipText(GetResString(layout.tooltipId)); };
   const bool edit = layout.type == office::ControlType::Edit;
@@ -141,20 +152,20 @@ void OlCmdEvents::configure(const Layout& layout, const office::CommandBarContro
   if (layout.width != 0) resume([&] { control.setWidth(layout.width); });
   resume([&] { control.setCaption(GetResString(layout.captionId)); });
   if (edit) resume(setTooltip);
-  resume([&] { control.setTag(layout.tag); });
+  if (resume([&] { control.setTag(layout.tag); })) untagged_.letGo();
   resume([&] { control.setOnAction(concat(u"!<", globals().g_sProgId, u">")); });
   if (!edit) resume(setTooltip);
   resume([&] { control.setVisible(true); });
-  resume([&] { control.setParameter(parameter_); });
+  resume([&] { control.setParameter(parameter_.text()); });
 }
 
 void OlCmdEvents::removeObsolete(const Obsolete& obsolete) {
   ResumeNext resume;
-  resume([&] {
-    const auto control = explorerBar_.findControl(obsolete.tag);
-    resume([&] { keep(obsolete.index, control, obsolete.handler); });
-    if (control) control.remove();
-  });
+  office::CommandBarControl control;
+  resume([&] { control = explorerBar_.findControl(obsolete.tag); });
+  if (!control || resume([&] { control.remove(); })) return;
+  // What can't be deleted goes on doing what it did.
+  resume([&] { keep(obsolete.index, control, obsolete.handler); });
 }
 
 void OlCmdEvents::keep(ControlIndex index, const office::CommandBarControl& control,
@@ -170,6 +181,8 @@ void OlCmdEvents::keep(ControlIndex index, const office::CommandBarControl& cont
 
 void OlCmdEvents::DeInitVelnorBarExplorer(bool deleteBar) noexcept {
   LogDebug(concat(u"DeInitVelnorBarExplorer, deleteBar = ", boolText(deleteBar)));
+  // In the middle of a build.
+  untagged_.remove();
   ResumeNext resume;
   if (!explorerBar_) {
     LogWarning(u"No explorer command bar found!");
@@ -185,6 +198,7 @@ void OlCmdEvents::DeInitVelnorBarExplorer(bool deleteBar) noexcept {
 
 void OlCmdEvents::release() noexcept {
   for (auto& kept : controls_) kept = {};
+  untagged_.letGo();
   explorerBar_ = {};
 }
 

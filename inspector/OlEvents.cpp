@@ -34,8 +34,7 @@ void OlEvents::Init(const outlook::Inspector& inspector) noexcept {
         outlook::InspectorEventInterface,
         std::make_shared<automation::ReceiverSink<outlook::InspectorEvents>>(weak_from_this()));
   });
-  // Closed in the middle of the call.
-  if (!inspector_) inspectorEvents_.close();
+  if (isClosed()) inspectorEvents_.close();
 }
 
 void OlEvents::Deinit(bool deleteBar) noexcept {
@@ -56,19 +55,19 @@ void OlEvents::thisInspector_Close() noexcept {
 }
 
 bool OlEvents::isOwn(const office::CommandBarControl& ctrl) const {
-  return equalsIgnoringCase(ctrl.parameter(), instanceId_);
+  return equalsIgnoringCase(ctrl.parameter(), instanceId_.text());
 }
 
 void OlEvents::BtDial2_Click(const office::CommandBarControl& ctrl) noexcept {
-  cmds_.Dial(ctrl, instanceId_, {});
+  cmds_.Dial(ctrl, instanceId_.text(), {});
 }
 
 void OlEvents::BtAction2_Click(const office::CommandBarControl& ctrl) noexcept {
-  cmds_.Action(ctrl, instanceId_, {});
+  cmds_.Action(ctrl, instanceId_.text(), {});
 }
 
 void OlEvents::BtDrop2_Click(const office::CommandBarControl& ctrl) noexcept {
-  cmds_.Drop(ctrl, instanceId_);
+  cmds_.Drop(ctrl, instanceId_.text());
 }
 
 void OlEvents::BtTransfer2_Click(const office::CommandBarControl& ctrl) noexcept {

@@ -6,6 +6,8 @@
 #include <string>
 
 #include "addin/InspectorWrapper.h"
+#include "addin/identity.h"
+#include "client/UntaggedControl.h"
 #include "client/clsVelnorCmds.h"
 #include "platform/office.h"
 #include "platform/outlook.h"
@@ -42,20 +44,21 @@ class OlEvents : public InspectorWrapper,
   const outlook::Inspector& thisInspector() const noexcept override { return inspector_; }
 
  private:
-  /// The buttons by their place in `buttons_`. The last three belong to older layouts: this layout
+  /// The buttons by their place in `buttons_`. The last two belong to older layouts: this layout
   /// never creates them.
   enum ButtonIndex : std::size_t {
     BtDial2,
     BtDrop2,
     BtAction2,
-    BtIncognito2,
     BtTransfer2,
     BtVelnor2,
     ButtonCount
   };
   using Handler = void (OlEvents::*)(const office::CommandBarControl&) noexcept;
   struct Layout;
-  static const Layout Buttons[];
+  static const Layout DialButton;
+  static const Layout DropButton;
+  static const Layout ActionButton;
 
   /// A button and the delivery of its clicks.
   struct EventButton {
@@ -81,18 +84,23 @@ class OlEvents : public InspectorWrapper,
   void clearOldLayout();
   /// Finds or creates a button; true when it is new.
   bool initButton(const Layout& layout);
+  office::CommandBarControl addButton(const Layout& layout);
   void configure(const Layout& layout, const office::CommandBarControl& button);
   void removeObsolete();
-  void keep(ButtonIndex index, const office::CommandBarControl& control, Handler handler);
+  /// Starts the delivery of a button's clicks.
+  void keep(const Layout& layout, const office::CommandBarControl& button);
   /// Whether the clicked button bears this window's identity, without regard to case.
   bool isOwn(const office::CommandBarControl& ctrl) const;
+  /// The window is gone. It may be closed in the middle of any host call: what that call has handed
+  /// over must not be kept then.
+  bool isClosed() const noexcept { return !inspector_; }
 
   outlook::Inspector inspector_;
   office::CommandBar inspectorBar_;
-  /// The blank button that showed that a found bar takes new ones: it becomes the dial button.
-  office::CommandBarControl testButton_;
+  /// At first the one that showed that a found bar takes new buttons: it becomes the dial button.
+  UntaggedControl untagged_;
   /// Identity of this window's buttons, new at every build.
-  std::u16string instanceId_;
+  InstanceIdentity instanceId_;
   /// Builds that met a found bar without buttons, over the wrapper's whole life.
   std::int32_t emptyBarRetries_ = 0;
   bool isConnected_ = false;

@@ -1,5 +1,4 @@
 #include <string_view>
-#include <utility>
 
 #include "addin/barNames.h"
 #include "addin/globals.h"
@@ -20,7 +19,7 @@ constexpr std::int32_t MaxEmptyBarRetries = 20;
 
 }  // namespace
 
-/// One button of the toolbar, in the toolbar's order.
+/// One button of the toolbar.
 struct OlEvents::Layout {
   ButtonIndex index;
   std::u16string_view tag;
@@ -31,11 +30,12 @@ struct OlEvents::Layout {
   Handler handler;
 };
 
-const OlEvents::Layout OlEvents::Buttons[] = {
-    {BtDial2, u"CxBtDial", u"dial", true, 602, 603, &OlEvents::BtDial2_Click},
-    {BtDrop2, u"CxBtDrop", u"drop", false, 604, 605, &OlEvents::BtDrop2_Click},
-    {BtAction2, u"CxBtAction", u"action", true, 610, 611, &OlEvents::BtAction2_Click},
-};
+const OlEvents::Layout OlEvents::DialButton = {
+    BtDial2, u"CxBtDial", u"dial", true, 602, 603, &OlEvents::BtDial2_Click};
+const OlEvents::Layout OlEvents::DropButton = {
+    BtDrop2, u"CxBtDrop", u"drop", false, 604, 605, &OlEvents::BtDrop2_Click};
+const OlEvents::Layout OlEvents::ActionButton = {
+    BtAction2, u"CxBtAction", u"action", true, 610, 611, &OlEvents::BtAction2_Click};
 
 bool OlEvents::CBAddVelnorBarInspector() noexcept {
   bool built = false;
@@ -48,22 +48,20 @@ bool OlEvents::CBAddVelnorBarInspector() noexcept {
       built = true;
       return;
     }
-    instanceId_ = NewInstanceIdentity();
-    testButton_ = {};
+    instanceId_ = InstanceIdentity::create();
     if (!prepareBar()) return;
     clearOldLayout();
-    bool anyCreated = false;
-    for (const auto& layout : Buttons) {
-      if (layout.index == BtAction2) removeObsolete();
-      if (initButton(layout)) anyCreated = true;
-    }
+    bool anyCreated = initButton(DialButton);
+    if (initButton(DropButton)) anyCreated = true;
+    removeObsolete();
+    if (initButton(ActionButton)) anyCreated = true;
     // New buttons are drawn before the bar is used.
     if (anyCreated) machine().clock.pumpMessages();
     built = true;
     LogDebug(u"...done.");
   });
-  // The window may have been closed in the middle of a call.
-  if (!inspector_) release();
+  untagged_.remove();
+  if (isClosed()) release();
   return built;
 }
 
@@ -135,9 +133,9 @@ void OlEvents::replaceBarIfProtected() {
   resume([&] { dial = inspectorBar_.findControl(u"CxBtDial"); });
   if (dial) return;
   LogDebug(u"Try to create button CxBtDial");
-  if (resume([&] { testButton_ = inspectorBar_.controls().add(office::ControlType::Button); })) {
-    return;
-  }
+  const bool added =
+      resume([&] { untagged_.hold(inspectorBar_.controls().add(office::ControlType::Button)); });
+  if (added) return;
   LogDebug(concat(u"Delete inspector commandbar, because re-use not possible: ", product));
   resume([&] { inspectorBar_.remove(); });
   resume([] { machine().clock.pumpMessages(); });
@@ -158,68 +156,68 @@ void OlEvents::clearOldLayout() {
   LogDebug(u"Transfer button detected, delete all buttons now!");
   const auto controls = inspectorBar_.controls();
   for (std::int32_t i = controls.count(); i >= 1; --i) controls.item(i).remove();
+  untagged_.letGo();
   LogDebug(u"All buttons deleted.");
 }
 
 bool OlEvents::initButton(const Layout& layout) {
-  if (const auto found = inspectorBar_.findControl(layout.tag)) {
-    configure(layout, found);
-    return false;
-  }
-  auto button = std::exchange(testButton_, {});
-  if (!button) {
-    LogDebug(concat(u"Create button ", layout.tag));
-    button = inspectorBar_.controls().add(office::ControlType::Button);
-  }
-  try {
+  auto button = inspectorBar_.findControl(layout.tag);
+  const bool create = !button;
+  if (create) {
+    button = addButton(layout);
     button.setStyle(office::ButtonStyle::Icon);
     SetButtonImage(layout.picture, button);
     button.setVisible(true);
-    configure(layout, button);
-  } catch (...) {
-    // Without its tag the button would not be found again: each further build would add one.
-    buttons_[layout.index] = {};
-    trapQuietly([&] { button.remove(); });
-    throw;
   }
-  return true;
+  configure(layout, button);
+  keep(layout, button);
+  return create;
+}
+
+office::CommandBarControl OlEvents::addButton(const Layout& layout) {
+  if (layout.index == BtDial2 && untagged_.control()) return untagged_.control();
+  LogDebug(concat(u"Create button ", layout.tag));
+  // The dial button has come up since it was looked for first, and has left the other one over.
+  untagged_.remove();
+  auto button = inspectorBar_.controls().add(office::ControlType::Button);
+  untagged_.hold(button);
+  return button;
 }
 
 void OlEvents::configure(const Layout& layout, const office::CommandBarControl& button) {
-  keep(layout.index, button, layout.handler);
   LogDebug(concat(u"Configure button ", layout.tag));
   if (layout.beginGroup) button.setBeginGroup(true);
   button.setCaption(GetResString(layout.captionId));
   button.setTag(layout.tag);
+  if (button == untagged_.control()) untagged_.letGo();
   button.setOnAction(concat(u"!<", globals().g_sProgId, u">"));
   button.setTooltipText(GetResString(layout.tooltipId));
-  button.setParameter(instanceId_);
+  button.setParameter(instanceId_.text());
 }
 
 void OlEvents::removeObsolete() {
-  auto& incognito = buttons_[BtIncognito2].control;
-  incognito = inspectorBar_.findControl(u"CxBtIncognito");
-  if (incognito) {
+  if (const auto incognito = inspectorBar_.findControl(u"CxBtIncognito")) {
     // Spelt as readers of older logs know it.
     LogDebug(u"Delete button CxBtIcognito");
     incognito.remove();
-    incognito = {};
   }
   for (const auto index : {BtTransfer2, BtVelnor2}) {
     if (const auto& control = buttons_[index].control) control.remove();
   }
 }
 
-void OlEvents::keep(ButtonIndex index, const office::CommandBarControl& control, Handler handler) {
-  auto& kept = buttons_[index];
-  kept = {control, {}};
-  kept.clicks = control.object().connect(
+void OlEvents::keep(const Layout& layout, const office::CommandBarControl& button) {
+  auto& kept = buttons_[layout.index];
+  kept = {button, {}};
+  kept.clicks = button.object().connect(
       office::CommandBarButtonEvents,
-      std::make_shared<office::ControlSink<OlEvents>>(weak_from_this(), handler));
+      std::make_shared<office::ControlSink<OlEvents>>(weak_from_this(), layout.handler));
 }
 
 void OlEvents::DeInitVelnorBarInspector(bool deleteBar) noexcept {
   LogDebug(u"DeInitVelnorBarInspector");
+  // In the middle of a build.
+  untagged_.remove();
   ResumeNext resume;
   if (!inspectorBar_) {
     LogWarning(u"No inspector toolbar found!");
@@ -235,8 +233,8 @@ void OlEvents::DeInitVelnorBarInspector(bool deleteBar) noexcept {
 
 void OlEvents::release() noexcept {
   inspectorBar_ = {};
-  testButton_ = {};
-  for (const auto index : {BtDial2, BtDrop2, BtAction2, BtIncognito2}) buttons_[index] = {};
+  untagged_.letGo();
+  for (const auto index : {BtDial2, BtDrop2, BtAction2}) buttons_[index] = {};
 }
 
 }  // namespace cxol

@@ -4,6 +4,7 @@
 
 #include "explorer/OlCmdEvents.h"
 #include "explorer/SDKTimer.h"
+#include "tests/Once.h"
 #include "tests/World.h"
 
 namespace tests {
@@ -173,6 +174,91 @@ TEST_F(ExplorerTest, WindowsBuiltInTheSameMomentHaveTheirOwnIdentities) {
   world.forget();
   world.host->click(1, u"CxBtDrop");
   EXPECT_EQ(world.machine.client.told().size(), 1u);
+}
+
+TEST_F(ExplorerTest, TheBarsAreLookedForAgainWhereOfficeIsNotReady) {
+  class NotReady : public simulator::CrossingObserver {
+   public:
+    int call = 0;
+    void before(const simulator::Crossing& crossing) override {
+      if (crossing.member == u"CommandBars" && --call == 0) {
+        throw automation::Error(automation::ErrorNumber::AutomationFailed);
+      }
+    }
+  } notReady;
+  // Seven looks, and once more to add a bar.
+  for (const bool kept : {false, true}) {
+    for (int call = 1; call <= 8; ++call) {
+      SCOPED_TRACE(testing::Message() << (kept ? "kept bar, call " : "no bar yet, call ") << call);
+      world.bars.explorers.clear();
+      if (kept) world.bars.explorers = {simulator::storedBar(Product, AllTags)};
+      world.start();
+      world.forget();
+      notReady.call = call;
+      world.boundary.setObserver(&notReady);
+      world.machine.advance(21'000);
+      world.boundary.setObserver(nullptr);
+      EXPECT_EQ(world.window(1).bars.size(), 1u);
+      EXPECT_EQ(world.tagsOf(1, Product), AllTags);
+      // Only the call that adds the bar can't be made up for by a later one of the same build.
+      EXPECT_EQ(world.count(u"Error:   ...failed: Automation error (no active Explorer yet?)"),
+                !kept && call == 8 ? 1u : 0u);
+      world.stop();
+    }
+  }
+}
+
+TEST_F(ExplorerTest, WithoutBarsEachTickTriesAgain) {
+  world.start();
+  world.host->failMember(u"Explorer", u"CommandBars");
+  world.machine.advance(21'000);
+  EXPECT_EQ(world.count(u"Error:   ...failed: Automation error (no active Explorer yet?)"), 4u);
+  world.host->restoreMember(u"Explorer", u"CommandBars");
+  world.machine.advance(300);
+  EXPECT_EQ(world.tagsOf(1, Product), AllTags);
+  // A window that is closed before gets none and is not tried for.
+  const int second = world.host->openExplorer();
+  world.host->close(second);
+  world.machine.advance(21'000);
+  EXPECT_EQ(world.count(u"Debug:   onNewExplorer..."), 6u);
+}
+
+TEST_F(ExplorerTest, AControlThatTakesNoTagDoesNotStay) {
+  world.start();
+  world.host->failMember(u"CommandBarComboBox", u"Tag");
+  world.machine.advance(21'000);
+  EXPECT_EQ(world.tagsOf(1, Product), Texts(AllTags.begin() + 1, AllTags.end()));
+  // Closed before the tag is set.
+  world.host->restoreMember(u"CommandBarComboBox", u"Tag");
+  world.host->disconnectAddin();
+  world.host->openExplorer();
+  world.host->connectAddin(*world.addin);
+  Once closed(world.boundary, u"CommandBarComboBox", u"Width", [&] { world.host->close(2); });
+  world.machine.advance(21'000);
+  ASSERT_TRUE(closed.happened());
+  EXPECT_TRUE(world.window(1).bars.at(0).controls.empty());
+}
+
+TEST_F(ExplorerTest, TheSelectionTimerTicksOnceAndLosesNoSelection) {
+  for (const char16_t* id : {u"a", u"b"}) world.addContact(id);
+  world.startWithToolbar();
+  world.select(u"Contacts", u"a");
+  {
+    // Longer than the timer's interval.
+    Once pumps(world.boundary, u"Explorer", u"Selection", [&] { world.machine.advance(1'000); });
+    world.machine.advance(1'000);
+    EXPECT_EQ(pumps.count(), 2) << "to tell whether the item is another one, and to name it";
+  }
+  world.select(u"Contacts", u"b");
+  {
+    Once selects(world.boundary, u"CommandBarButton", u"Caption",
+                 [&] { world.select(u"Contacts", u"a"); });
+    world.machine.advance(400);
+    ASSERT_TRUE(selects.happened());
+  }
+  EXPECT_EQ(world.control(1, u"CxBtAction").caption, u"b");
+  world.machine.advance(400);
+  EXPECT_EQ(world.control(1, u"CxBtAction").caption, u"a");
 }
 
 TEST_F(ExplorerTest, TheDialButtonDialsASingleNumberAtOnce) {

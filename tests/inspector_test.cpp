@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "tests/Once.h"
 #include "tests/World.h"
 
 namespace tests {
@@ -117,6 +118,8 @@ TEST_F(InspectorTest, FoundBarsAreTakenOver) {
       {u"Ondaris Station 2/3",
        {u"CxBtDial", u"CxBtTransfer", u"x"},
        u"Debug:   Transfer button detected, delete all buttons now!"},
+      // Its test button goes with the others: the dial button is a new one.
+      {u"Ondaris Station 2", {u"CxBtTransfer", u"x"}, u"Debug:   Create button CxBtDial"},
       {u"Velnor", AllTags, u"Debug:   1. Tag = CxBtDial"},
   };
   for (const auto& c : cases) {
@@ -216,6 +219,100 @@ TEST_F(InspectorTest, AFailingBuildIsLoggedAndTriedAgain) {
   world.host->restoreMember(u"CommandBarControl", u"BeginGroup");
   world.machine.advance(12'000 + 20 * 300);
   EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+}
+
+TEST_F(InspectorTest, ABlankButtonDoesNotOutliveItsBuild) {
+  const Texts drop = {u"CxBtDrop"};
+  const struct {
+    const char* why;
+    Texts found;
+    std::function<void()> trouble;
+    Texts left;
+  } cases[] = {
+      {"no control can be found, so that each build tests the bar anew", drop,
+       [&] { world.host->failMember(u"CommandBar", u"FindControl"); }, drop},
+      {"a new button takes no tag", drop,
+       [&] { world.host->failMember(u"CommandBarButton", u"Tag"); }, drop},
+      {"a button fails when it has its tag",
+       {},
+       [&] { world.host->failMember(u"CommandBarButton", u"OnAction"); },
+       {u"CxBtDial"}},
+  };
+  startWithContacts();
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.why);
+    world.bars.inspectors.clear();
+    if (!c.found.empty()) world.bars.inspectors = {simulator::storedBar(Product, c.found)};
+    c.trouble();
+    const int window = world.host->openItem(u"Meier");
+    world.machine.advance(42'000);
+    EXPECT_EQ(world.tagsOf(window, Product), c.left);
+    world.host->close(window);
+    for (const auto member : {u"Tag", u"OnAction"}) {
+      world.host->restoreMember(u"CommandBarButton", member);
+    }
+    world.host->restoreMember(u"CommandBar", u"FindControl");
+  }
+}
+
+TEST_F(InspectorTest, AWindowClosedBeforeAButtonHasItsTagLeavesNone) {
+  for (const char16_t* member : {u"Style", u"BeginGroup", u"Caption"}) {
+    world.bars.inspectors.clear();
+    world.mailbox.folders[1].items.clear();
+    startWithContacts();
+    Once closed(world.boundary, u"CommandBarButton", member, [&] { world.host->close(2); });
+    world.host->openItem(u"Meier");
+    ASSERT_TRUE(closed.happened());
+    ASSERT_EQ(world.bars.inspectors.size(), 1u);
+    EXPECT_TRUE(world.bars.inspectors[0].controls.empty());
+    world.stop();
+  }
+}
+
+TEST_F(InspectorTest, ADialButtonThatComesLateLeavesTheTestButtonToNobody) {
+  world.bars.inspectors = {simulator::storedBar(Product, {u"CxBtDial"})};
+  startWithContacts();
+  world.host->failMember(u"CommandBar", u"FindControl");
+  world.host->setControlsAddHook(
+      [&](int) { world.host->restoreMember(u"CommandBar", u"FindControl"); });
+  const int window = world.host->openItem(u"Meier");
+  EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+  EXPECT_TRUE(world.traced(u"Debug:   Create button CxBtDrop"));
+}
+
+TEST_F(InspectorTest, ABuildInTheMiddleOfAClickLeavesTheClickItsIdentity) {
+  startWithContacts();
+  world.startClient();
+  // The third button can't be added: the window has two that work, and is built again.
+  int added = 0;
+  world.host->setControlsAddHook([&](int) {
+    if (++added > 2) throw automation::Error(automation::ErrorNumber::AutomationFailed);
+  });
+  const int window = world.host->openItem(u"Meier");
+  const auto inspector = globals().g_colInspectors.item(1);
+  ASSERT_TRUE(inspector->NeedConnect());
+  world.forget();
+  Once rebuilt(world.boundary, u"CommandBarButton", u"Parameter", [&] { inspector->Connect(); });
+  world.host->click(window, u"CxBtDrop");
+  ASSERT_TRUE(rebuilt.happened());
+  EXPECT_EQ(world.told(), Texts{u"hang up"});
+}
+
+TEST_F(InspectorTest, AfterTheClockWasSetBackAClickIsStillForOneWindow) {
+  startWithContacts();
+  world.startClient();
+  const auto moment = world.machine.clock.now();
+  const int first = world.host->openItem(u"Meier");
+  world.machine.advance(60'000);
+  world.host->openExplorer();
+  world.machine.advance(21'000);
+  world.machine.clock.set(moment);
+  const int second = world.host->openItem(u"Smith");
+  for (const int window : {first, second}) {
+    world.forget();
+    world.host->click(window, u"CxBtDrop");
+    EXPECT_EQ(world.told(), Texts{u"hang up"});
+  }
 }
 
 TEST_F(InspectorTest, AClickIsCarriedOutByItsOwnWindow) {

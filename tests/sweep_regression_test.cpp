@@ -2,44 +2,13 @@
 #include <gtest/gtest.h>
 
 #include "client/clsVelnorCmds.h"
+#include "tests/Once.h"
 #include "tests/World.h"
 
 namespace tests {
 namespace {
 
 using simulator::Crossing;
-
-/// Lets something happen once, when a call of this class and member is on its way back, or when
-/// this operation of a service or this subscription begins.
-class Once : public simulator::CrossingObserver {
- public:
-  Once(simulator::Boundary& boundary, std::u16string_view owner, std::u16string_view member,
-       std::function<void()> action)
-      : boundary_(boundary), owner_(owner), member_(member), action_(std::move(action)) {
-    boundary_.setObserver(this);
-  }
-  ~Once() override { boundary_.setObserver(nullptr); }
-
-  automation::Value around(const Crossing& crossing,
-                           const std::function<automation::Value()>& proceed) override {
-    auto answer = proceed();
-    before(crossing);
-    return answer;
-  }
-  void before(const Crossing& crossing) override {
-    if (happened_ || crossing.owner != owner_ || crossing.member != member_) return;
-    happened_ = true;
-    action_();
-  }
-  bool happened() const { return happened_; }
-
- private:
-  simulator::Boundary& boundary_;
-  std::u16string_view owner_;
-  std::u16string_view member_;
-  std::function<void()> action_;
-  bool happened_ = false;
-};
 
 constexpr std::u16string_view ExplorerSource = u"{0006304F-0000-0000-C000-000000000046}";
 constexpr std::u16string_view ButtonSource = u"{000C0351-0000-0000-C000-000000000046}";
