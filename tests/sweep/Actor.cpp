@@ -27,6 +27,7 @@ void Actor::live(FaultInjector& injector, const std::function<void(Actor&)>& pre
   boundary.setObserver(&injector);
   play(*this);
   inspect();
+  inspectWindows();
   unload();
   boundary.setObserver(nullptr);
   services_.setInjector(nullptr);
@@ -255,6 +256,45 @@ void Actor::reconnectInspectors() {
   }
 }
 
+void Actor::inspectWindows() {
+  const bool on = addin && host && host->running() && host->addinConnected();
+  // The ribbon's version has no ticks once an inspector was open.
+  if (!on || ribbonVersion_ || !injector_->passing() || injector_->hit(u"setTimer")) return;
+  injector_->pause(true);
+  machine.advance(21'000);
+  injector_->pause(false);
+  const auto windows = host->windows(WindowKind::Explorer);
+  const auto& explorers = cxol::globals().g_colExplorers;
+  std::size_t served = 0;
+  for (std::int32_t i = 1; i <= explorers.count(); ++i) {
+    if (explorers.item(i)->thisExplorer()) ++served;
+  }
+  const auto bare = [this](int number) { return window(number).bars.empty(); };
+  if (served == windows.size() && std::ranges::any_of(windows, bare)) {
+    find("an explorer is left without a toolbar");
+  }
+  const auto& inspectors = cxol::globals().g_colInspectors;
+  for (std::int32_t i = 1; i <= inspectors.count(); ++i) {
+    const auto wrapper = inspectors.item(i);
+    if (wrapper->thisInspector() && wrapper->NeedConnect()) {
+      find("an inspector is left without its toolbar");
+    }
+  }
+}
+
+void Actor::inspectBars() {
+  // What was added by a call that never answered can't be taken away again.
+  if (!injector_->passing() || injector_->place() == "CommandBarControls.Add") return;
+  for (const auto* kept : {&bars.explorers, &bars.inspectors}) {
+    for (const auto& bar : *kept) {
+      if (std::ranges::any_of(bar.controls, &std::u16string::empty,
+                              &simulator::StoredControl::tag)) {
+        find("a control without a tag is left on a bar");
+      }
+    }
+  }
+}
+
 void Actor::unload() {
   if (host && host->running()) {
     act([&] { host->quit(); });
@@ -264,6 +304,7 @@ void Actor::unload() {
 }
 
 void Actor::inspectAfterUnloading() {
+  inspectBars();
   if (boundary.liveHandles() != 0) find("objects of the host are held after unloading");
   if (boundary.liveConnections() != 0) find("subscriptions are left after unloading");
   if (machine.timers.liveCount() != 0 && !injector_->hit(u"killTimer")) {

@@ -70,6 +70,9 @@ class Actor : public tests::World {
   void find(std::string_view what) { findings_.emplace_back(what); }
   void inspect();
   void reconnectInspectors();
+  /// Given time, each open window has its toolbar.
+  void inspectWindows();
+  void inspectBars();
   void inspectAfterUnloading();
   void unload();
   void writeTranscript();

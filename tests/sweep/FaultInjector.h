@@ -38,6 +38,11 @@ class FaultInjector : public simulator::CrossingObserver {
   const std::vector<KindSet>& possible() const { return possible_; }
   /// Whether the fault hit this operation of a service.
   bool hit(std::u16string_view operation) const { return hitOperation_ == operation; }
+  /// Whether a single call failed, was interrupted, or answered nothing: what comes after it can
+  /// make up for it.
+  bool passing() const {
+    return !fault_ || (!fault_->lasting && fault_->kind != FaultKind::WrongType);
+  }
   /// More crossings than any run can need: the run is caught in a loop.
   static constexpr std::size_t Endless = 2'000'000;
 

@@ -37,6 +37,18 @@ constexpr Scenario Scenarios[] = {
        a.bars.inspectors = {storedBar(u"Ondaris Station 2/3", {u"CxBtTransfer", u"x"})};
      },
      openAndClose},
+    {"inspector, old layout without a dial button",
+     [](Actor& a) {
+       contacts(a);
+       a.bars.inspectors = {storedBar(u"Velnor ", {u"CxBtTransfer", u"CxBtDrop"})};
+     },
+     openAndClose},
+    {"inspector, found bar without a dial button",
+     [](Actor& a) {
+       contacts(a);
+       a.bars.inspectors = {storedBar(u"Velnor ", {u"CxBtDrop"})};
+     },
+     openAndClose},
     {"inspector, protected bar",
      [](Actor& a) {
        contacts(a);
