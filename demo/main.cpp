@@ -7,10 +7,10 @@
 #include "demo/NativeAddin.h"
 #include "demo/Options.h"
 #include "demo/Terminal.h"
+#include "demo/import/RegFile.h"
+#include "demo/import/VCardReader.h"
 #include "simulator/data/MailboxReader.h"
 #include "simulator/data/Utf8.h"
-#include "simulator/data/VCardReader.h"
-#include "simulator/machine/RegFile.h"
 #include "simulator/player/NativeStage.h"
 #include "simulator/player/Player.h"
 
@@ -29,17 +29,18 @@ simulator::Mailbox readMailbox(const demo::Options& options) {
   simulator::Mailbox mailbox = simulator::readMailboxFile(
       options.mailbox.empty() ? demo::samplePath("mailbox.json") : options.mailbox);
   if (options.contacts.empty()) return mailbox;
-  simulator::ReadCards cards = simulator::readCardFile(options.contacts);
+  demo::ReadCards cards = demo::readCardFile(options.contacts);
   for (const std::string& warning : cards.warnings)
     std::fprintf(stderr, "velnor-sim: %s\n", warning.c_str());
-  simulator::addContacts(mailbox, std::move(cards.contacts));
+  std::fprintf(stderr, "velnor-sim: %s: %s\n", options.contacts.c_str(), cards.summary().c_str());
+  demo::addContacts(mailbox, std::move(cards.contacts));
   return mailbox;
 }
 
 void importRegistry(scenario::NativeStage& stage, const std::string& path) {
   try {
-    simulator::importRegFile(stage.machine().registry, contentOf(path));
-  } catch (const simulator::RegFileError& error) {
+    demo::importRegFile(stage.machine().registry, contentOf(path));
+  } catch (const scenario::RegError& error) {
     throw std::runtime_error(path + ": " + error.what());
   }
 }

@@ -1,10 +1,10 @@
 // The files that the simulated host reads.
+#include "demo/import/VCardReader.h"
 #include "fuzz/Input.h"
 #include "fuzz/check.h"
 #include "fuzz/targets.h"
 #include "simulator/data/MailboxReader.h"
 #include "simulator/data/Utf8.h"
-#include "simulator/data/VCardReader.h"
 
 namespace fuzz {
 
@@ -22,13 +22,13 @@ void mailbox(const std::uint8_t* data, std::size_t size) {
 }
 
 void vcard(const std::uint8_t* data, std::size_t size) {
-  auto read = simulator::readCards(Input(data, size).rest(), "fuzz");
+  auto read = demo::readCards(Input(data, size).rest(), "fuzz");
   for (const auto& warning : read.warnings) {
     check(simulator::fromUtf8(warning).has_value(), "a warning is UTF-8");
   }
   simulator::Mailbox mailbox;
   const auto count = read.contacts.size();
-  simulator::addContacts(mailbox, std::move(read.contacts));
+  demo::addContacts(mailbox, std::move(read.contacts));
   std::size_t added = 0;
   for (const auto& folder : mailbox.folders) added += folder.items.size();
   check(added == count, "every card is a contact");

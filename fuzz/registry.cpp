@@ -1,12 +1,12 @@
 // Values of every type and size, and files of them.
 #include "addin/settings.h"
+#include "demo/import/RegFile.h"
 #include "fuzz/Input.h"
 #include "fuzz/OneItemHost.h"
 #include "fuzz/check.h"
 #include "fuzz/targets.h"
 #include "infra/RegOp.h"
 #include "infra/modRegistry.h"
-#include "simulator/machine/RegFile.h"
 
 namespace fuzz {
 namespace {
@@ -58,8 +58,8 @@ void regfile(const std::uint8_t* data, std::size_t size) {
   simulator::SimRegistry registry(boundary);
   registry.setDword(RegistryRoot::LocalMachine, u"Before", u"", 1);
   try {
-    simulator::importRegFile(registry, Input(data, size).rest());
-  } catch (const simulator::RegFileError& error) {
+    demo::importRegFile(registry, Input(data, size).rest());
+  } catch (const scenario::RegError& error) {
     check(error.line() >= 1, "an error names its line");
     check(registry.subkeyNames(RegistryRoot::CurrentUser, u"").empty() &&
               registry.subkeyNames(RegistryRoot::LocalMachine, u"").size() == 1,

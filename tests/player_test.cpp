@@ -298,10 +298,8 @@ TEST(ScenarioRegistry, ReadsEveryKindOfValue) {
   };
   const Case cases[] = {
       {u"1", RegistryType::Dword, u"", {1, 0, 0, 0}},
-      {u"-1", RegistryType::Dword, u"", {255, 255, 255, 255}},
-      {u"0x12ab", RegistryType::Dword, u"", {0xab, 0x12, 0, 0}},
-      {u"4294967295 # most", RegistryType::Dword, u"", {255, 255, 255, 255}},
-      {u"\"C:\\new # \"\"x\"\"\" # text",
+      {u"dword:ffffffff # most", RegistryType::Dword, u"", {255, 255, 255, 255}},
+      {u"\"C:\\\\new # \\\"x\\\"\" # text",
        RegistryType::String,
        std::u16string(u"C:\\new # \"x\"\0", 13),
        {}},
@@ -324,13 +322,13 @@ TEST(ScenarioRegistry, ReadsEveryKindOfValue) {
     for (const std::byte byte : line.value->bytes) bytes.push_back(std::to_integer<int>(byte));
     EXPECT_EQ(bytes, c.bytes) << toUtf8(c.value);
   }
-  EXPECT_FALSE(RegistryLine::read(u"hkcu\\A\\B=none").value);
+  for (const char16_t* gone : {u"hkcu\\A\\B=-", u"hkcu\\A\\B = none # gone"})
+    EXPECT_FALSE(RegistryLine::read(gone).value);
   EXPECT_EQ(RegistryLine::read(u"\"HKCR\\CLSID\\{4B}\\\" = \"x\"").name, u"");
   for (const char16_t* bad :
-       {u"HKCU\\A\\B", u"HKXX\\A\\B = 1", u"HKCU\\B = 1", u"HKCU\\A\\B = 4294967296",
-        u"HKCU\\A\\B = -2147483649", u"HKCU\\A\\B = 1x", u"HKCU\\A\\B = hex:1",
-        u"HKCU\\A\\B = hex:zz", u"HKCU\\A\\B = hex(1:00", u"HKCU\\A\\B = \"open",
-        u"HKCU\\A\\B = \"a\" b", u"HKCU\\A\\B ="})
+       {u"HKCU\\A\\B", u"HKXX\\A\\B = 1", u"HKEY_USERS\\A\\B = 1", u"HKCU\\B = 1",
+        u"HKCU\\A\\B = 4294967296", u"HKCU\\A\\B = -1", u"HKCU\\A\\B = 1x", u"HKCU\\A\\B = hex:zz",
+        u"HKCU\\A\\B = hex(1:00", u"HKCU\\A\\B = \"open", u"HKCU\\A\\B = \"a\" b", u"HKCU\\A\\B ="})
     EXPECT_THROW(RegistryLine::read(bad), Mistake) << toUtf8(bad);
 }
 

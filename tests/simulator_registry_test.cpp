@@ -2,7 +2,7 @@
 #include <string>
 #include <string_view>
 
-#include "simulator/machine/RegFile.h"
+#include "demo/import/RegFile.h"
 #include "tests/SimulatedMachine.h"
 
 namespace tests {
@@ -92,7 +92,7 @@ constexpr std::u16string_view Exported =
 TEST_F(SimulatedRegistryTest, ReadsWhatTheRegistryEditorExports) {
   machine.registry.setDword(User, u"Software\\K9T", u"gone", 1);
   machine.registry.setDword(User, u"Software\\Dead\\Below", u"x", 1);
-  simulator::importRegFile(machine.registry, utf16File(Exported));
+  demo::importRegFile(machine.registry, utf16File(Exported));
 
   constexpr std::u16string_view Key = u"Software\\K9T";
   const auto at = [&](std::u16string_view name) {
@@ -129,7 +129,7 @@ TEST_F(SimulatedRegistryTest, RegistryFilesComeInSeveralEncodings) {
   };
   for (const auto& c : cases) {
     machine.registry.removeKey(User, u"K");
-    simulator::importRegFile(machine.registry, c.bytes);
+    demo::importRegFile(machine.registry, c.bytes);
     EXPECT_EQ(stringAt(u"K", u"v"), c.text) << c.bytes;
   }
 }
@@ -141,7 +141,7 @@ TEST_F(SimulatedRegistryTest, FaultyRegistryFilesNameTheirLineAndChangeNothing) 
     std::size_t line;
     std::string_view what;
   } cases[] = {
-      {"", 1, "found the end of the file"},
+      {"", 1, "found the end of the text"},
       {"REGEDIT5\n", 1, "found 'REGEDIT5'"},
       {std::string("\xFF\xFEW", 3), 1, "half a character"},
       {"REGEDIT4\n\"v\"=dword:1\n", 2, "expected a key in brackets before"},
@@ -162,9 +162,9 @@ TEST_F(SimulatedRegistryTest, FaultyRegistryFilesNameTheirLineAndChangeNothing) 
   };
   for (const auto& c : cases) {
     try {
-      simulator::importRegFile(machine.registry, c.bytes);
+      demo::importRegFile(machine.registry, c.bytes);
       ADD_FAILURE() << "accepted: " << c.bytes;
-    } catch (const simulator::RegFileError& error) {
+    } catch (const scenario::RegError& error) {
       EXPECT_EQ(error.line(), c.line) << error.what();
       EXPECT_NE(std::string_view(error.what()).find(c.what), std::string_view::npos)
           << error.what();

@@ -47,6 +47,16 @@ void append(std::u16string& text, char32_t point) {
   }
 }
 
+std::u16string fromUtf16(std::string_view bytes, std::size_t high) {
+  std::u16string text;
+  text.reserve(bytes.size() / 2);
+  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
+    const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(bytes[i + at]); };
+    text += static_cast<char16_t>(byte(high) << 8 | byte(1 - high));
+  }
+  return text;
+}
+
 }  // namespace
 
 std::optional<std::u16string> fromUtf8(std::string_view bytes) {
@@ -68,6 +78,14 @@ std::u16string toUtf16(std::string_view bytes) {
     append(text, point == Invalid ? Replacement : point);
   }
   return text;
+}
+
+std::u16string fromUtf16LittleEndian(std::string_view bytes) {
+  return fromUtf16(bytes, 1);
+}
+
+std::u16string fromUtf16BigEndian(std::string_view bytes) {
+  return fromUtf16(bytes, 0);
 }
 
 std::string_view withoutByteOrderMark(std::string_view bytes) noexcept {

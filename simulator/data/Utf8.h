@@ -15,6 +15,10 @@ std::u16string toUtf16(std::string_view bytes);
 /// A lone surrogate becomes U+FFFD.
 std::string toUtf8(std::u16string_view text);
 
+/// Half a character at the end is dropped.
+std::u16string fromUtf16LittleEndian(std::string_view bytes);
+std::u16string fromUtf16BigEndian(std::string_view bytes);
+
 /// A byte order mark, if any, cut off.
 std::string_view withoutByteOrderMark(std::string_view bytes) noexcept;
 

@@ -128,8 +128,8 @@ constexpr Command table[] = {
     {u"wait", "wait 400 ms | 3 s | 1 min", "let time pass", Actor::World, wait},
     {u"language", "language de|en|fr|it|es|pt | 3079", "the user's language", Actor::World,
      language},
-    {u"registry", "registry HKCU\\Key\\Name = 1 | \"text\" | hex:01,00 | none",
-     "set a registry value, or remove it", Actor::World, registry},
+    {u"registry", "registry HKCU\\Key\\Name = dword:1 | \"text\" | hex:01,00 | hex(7):... | -",
+     "set a registry value as in a .reg file; - removes it", Actor::World, registry},
     {u"word", "word on|off", "whether Word edits the mails", Actor::World, word},
     {u"ribbon", "ribbon early|late",
      "whether a new window's ribbon is asked for before the window is in front, as at first, or "

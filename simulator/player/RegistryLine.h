@@ -8,8 +8,9 @@
 
 namespace scenario {
 
-/// A registry value as a scenario writes it: `HKCU\Key\Name = 1`, `= "text"`, `= hex:01,00`,
-/// `= hex(7):...` or `= none`. A key that ends in a backslash means its default value.
+/// A registry value as a scenario writes it: `HKCU\Key\Name = dword:1`, `= "text"`, `= hex:01,00`
+/// and so on as in a registry file, `= -` to remove it. A decimal number alone is a dword. A key
+/// that ends in a backslash means its default value.
 struct RegistryLine {
   /// Raises Mistake.
   static RegistryLine read(std::u16string_view text);

@@ -1,12 +1,11 @@
-#include "simulator/machine/RegScanner.h"
+#include "simulator/player/RegScanner.h"
 
 #include <algorithm>
 #include <optional>
 
-#include "simulator/machine/RegFile.h"
-#include "simulator/machine/caseless.h"
+#include "simulator/player/Text.h"
 
-namespace simulator {
+namespace scenario {
 namespace {
 
 std::optional<std::uint32_t> hexDigit(char16_t c) {
@@ -24,13 +23,6 @@ bool endsLine(char16_t c) {
   return c == u'\r' || c == u'\n';
 }
 
-/// For a message: ASCII as it is, the rest as question marks.
-std::string shown(std::u16string_view text) {
-  std::string result;
-  for (const char16_t c : text) result += c >= 0x20 && c < 0x7F ? static_cast<char>(c) : '?';
-  return result;
-}
-
 }  // namespace
 
 void RegScanner::skipBlanks() {
@@ -46,7 +38,7 @@ void RegScanner::skipBlankLines() {
 }
 
 bool RegScanner::take(std::u16string_view what) {
-  if (!sameName(text_.substr(at_, what.size()), what)) return false;
+  if (!simulator::sameName(text_.substr(at_, what.size()), what)) return false;
   at_ += what.size();
   return true;
 }
@@ -125,13 +117,13 @@ std::u16string_view RegScanner::peekWord() const {
 }
 
 void RegScanner::fail(const std::string& message) const {
-  throw RegFileError(line_, message);
+  throw RegError(line_, message);
 }
 
 void RegScanner::expected(const std::string& what, std::u16string_view found) const {
   fail("expected " + what + ", found " +
-       (found.empty() ? std::string(atEnd() ? "the end of the file" : "the end of the line")
-                      : "'" + shown(found) + "'"));
+       (found.empty() ? std::string(atEnd() ? "the end of the text" : "the end of the line")
+                      : "'" + oneLine(found) + "'"));
 }
 
 bool RegScanner::atLineEnd() const {
@@ -154,4 +146,4 @@ void RegScanner::skipBlanksAndContinuations() {
   }
 }
 
-}  // namespace simulator
+}  // namespace scenario

@@ -1,4 +1,4 @@
-#include "simulator/data/Charset.h"
+#include "demo/import/Charset.h"
 
 #include <iconv.h>
 
@@ -6,7 +6,7 @@
 
 #include "simulator/data/Utf8.h"
 
-namespace simulator {
+namespace demo {
 namespace {
 
 class Converter {
@@ -46,7 +46,7 @@ bool isPlainName(const std::string& charset) {
 }
 
 std::u16string decodeUnnamed(std::string_view bytes) {
-  if (auto text = fromUtf8(bytes)) return *std::move(text);
+  if (auto text = simulator::fromUtf8(bytes)) return *std::move(text);
   // Windows-1252 leaves five bytes without a meaning, Latin-1 none.
   for (const char* charset : {"CP1252", "ISO-8859-1"})
     if (const Converter converter(charset); converter.isKnown())
@@ -67,4 +67,4 @@ std::optional<std::u16string> decodeCharset(std::string_view bytes, const std::s
   return decodeUnnamed(bytes);
 }
 
-}  // namespace simulator
+}  // namespace demo

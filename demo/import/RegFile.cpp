@@ -1,59 +1,34 @@
-#include "simulator/machine/RegFile.h"
+#include "demo/import/RegFile.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <utility>
 
 #include "simulator/data/Utf8.h"
-#include "simulator/machine/RegScanner.h"
 #include "simulator/machine/ansi.h"
-#include "simulator/machine/caseless.h"
+#include "simulator/player/RegSyntax.h"
 
-namespace simulator {
+namespace demo {
 namespace {
 
 using platform::RegistryRoot;
-using platform::RegistryType;
 using platform::RegistryValue;
+using scenario::RegError;
 
 constexpr std::u16string_view Version5 = u"Windows Registry Editor Version 5.00";
 constexpr std::u16string_view Version4 = u"REGEDIT4";
 
-std::u16string fromUtf16(std::string_view bytes) {
-  if (bytes.size() % 2 != 0) throw RegFileError(1, "expected UTF-16 text, found half a character");
-  std::u16string text;
-  text.reserve(bytes.size() / 2);
-  for (std::size_t i = 0; i < bytes.size(); i += 2) {
-    const auto low = static_cast<unsigned char>(bytes[i]);
-    const auto high = static_cast<unsigned char>(bytes[i + 1]);
-    text += static_cast<char16_t>(high << 8 | low);
-  }
-  return text;
-}
-
 std::u16string decoded(std::string_view bytes) {
   constexpr std::string_view LittleEndianMark = "\xFF\xFE";
-  if (bytes.starts_with(LittleEndianMark)) return fromUtf16(bytes.substr(2));
-  if (bytes.starts_with("REGEDIT4")) return fromAnsi(bytes);
-  const auto text = fromUtf8(withoutByteOrderMark(bytes));
-  return text ? *text : fromAnsi(bytes);
+  if (bytes.starts_with(LittleEndianMark)) {
+    if (bytes.size() % 2 != 0)
+      throw RegError(1, "expected UTF-16 text, found half a character at its end");
+    return simulator::fromUtf16LittleEndian(bytes.substr(2));
+  }
+  if (bytes.starts_with("REGEDIT4")) return simulator::fromAnsi(bytes);
+  const auto text = simulator::fromUtf8(simulator::withoutByteOrderMark(bytes));
+  return text ? *text : simulator::fromAnsi(bytes);
 }
-
-struct RootName {
-  std::u16string_view name;
-  std::optional<RegistryRoot> root;  // nothing for one that the machine does without
-};
-
-constexpr RootName RootNames[] = {
-    {u"HKEY_CLASSES_ROOT", RegistryRoot::ClassesRoot},
-    {u"HKEY_CURRENT_USER", RegistryRoot::CurrentUser},
-    {u"HKEY_LOCAL_MACHINE", RegistryRoot::LocalMachine},
-    {u"HKCR", RegistryRoot::ClassesRoot},
-    {u"HKCU", RegistryRoot::CurrentUser},
-    {u"HKLM", RegistryRoot::LocalMachine},
-    {u"HKEY_USERS", std::nullopt},
-    {u"HKEY_CURRENT_CONFIG", std::nullopt},
-};
 
 class Reader {
  public:
@@ -85,9 +60,8 @@ class Reader {
     const bool deletes = scan_.take(u'-');
     const std::u16string_view path = scan_.upToClosingBracket();
     const std::size_t end = std::min(path.find(u'\\'), path.size());
-    const auto known = std::ranges::find_if(
-        RootNames, [&](const RootName& row) { return sameName(row.name, path.substr(0, end)); });
-    if (known == std::end(RootNames)) {
+    const scenario::RegRoot* known = scenario::findRegRoot(path.substr(0, end));
+    if (!known) {
       scan_.expected("HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE or HKEY_CLASSES_ROOT",
                      path.substr(0, end));
     }
@@ -110,40 +84,10 @@ class Reader {
     scan_.skipBlanks();
     if (!scan_.take(u'=')) scan_.expected("\"=\" after the name", scan_.peekWord());
     scan_.skipBlanks();
-    if (scan_.take(u'-')) {
-      add(RegStep::Kind::DeleteValue, std::move(name), {});
-    } else {
-      add(RegStep::Kind::SetValue, std::move(name), readData());
-    }
-  }
-
-  RegistryValue readData() {
-    if (scan_.startsText()) return stringValue(scan_.text());
-    if (scan_.take(u"dword:")) return dwordValue(scan_.hexNumber(8));
-    if (scan_.take(u"hex:")) return typed(RegistryType::Binary, scan_.hexBytes());
-    if (scan_.take(u"hex(")) {
-      const auto type = static_cast<RegistryType>(scan_.hexNumber(8));
-      if (!scan_.take(u"):")) scan_.expected("\"):\" after the type", scan_.peekWord());
-      return typed(type, scan_.hexBytes());
-    }
-    scan_.expected("a text in quotes, dword:, hex:, hex(type): or -", scan_.peekWord());
-  }
-
-  /// The value that these bytes are; of a text, half a character at the end is dropped.
-  RegistryValue typed(RegistryType type, const std::string& bytes) const {
-    RegistryValue value;
-    value.type = type;
-    switch (type) {
-      case RegistryType::String:
-      case RegistryType::ExpandString:
-      case RegistryType::MultiString:
-        value.text = version4_ ? fromAnsi(bytes)
-                               : fromUtf16(std::string_view(bytes).substr(0, bytes.size() / 2 * 2));
-        break;
-      default:
-        for (const char byte : bytes) value.bytes.push_back(static_cast<std::byte>(byte));
-    }
-    return value;
+    auto value = scenario::takeRegValue(
+        scan_, version4_ ? simulator::fromAnsi : simulator::fromUtf16LittleEndian);
+    const auto kind = value ? RegStep::Kind::SetValue : RegStep::Kind::DeleteValue;
+    add(kind, std::move(name), std::move(value).value_or(RegistryValue{}));
   }
 
   void add(RegStep::Kind kind, std::u16string name, RegistryValue value) {
@@ -152,7 +96,7 @@ class Reader {
 
   enum class Place { Start, Key, DeletedKey };
 
-  RegScanner scan_;
+  scenario::RegScanner scan_;
   bool version4_ = false;
   Place place_ = Place::Start;
   std::optional<RegistryRoot> root_;
@@ -167,7 +111,7 @@ std::vector<RegStep> readRegFile(std::string_view bytes) {
   return Reader(text).read();
 }
 
-void importRegFile(SimRegistry& registry, std::string_view bytes) {
+void importRegFile(simulator::SimRegistry& registry, std::string_view bytes) {
   for (RegStep& step : readRegFile(bytes)) {
     switch (step.kind) {
       case RegStep::Kind::MakeKey: registry.makeKey(step.root, step.key); break;
@@ -180,4 +124,4 @@ void importRegFile(SimRegistry& registry, std::string_view bytes) {
   }
 }
 
-}  // namespace simulator
+}  // namespace demo

@@ -1,11 +1,12 @@
-#include "simulator/data/VCardProperty.h"
+#include "demo/import/VCardProperty.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "simulator/data/Charset.h"
+#include "demo/import/Charset.h"
 #include "simulator/data/Utf8.h"
 
-namespace simulator {
+namespace demo {
 namespace {
 
 /// Splits at a separator that stands outside of double quotes.
@@ -44,8 +45,10 @@ void readParameter(CardProperty& property, std::string_view parameter) {
   const std::string_view value = unquoted(named ? parameter.substr(equals + 1) : parameter);
   const std::string upper = upperCase(value);
   if (name == "CHARSET") property.charset = upper;
-  if ((name == "ENCODING" || !named) && upper == "QUOTED-PRINTABLE")
-    property.quotedPrintable = true;
+  if (name == "ENCODING" || !named) {
+    property.quotedPrintable |= upper == "QUOTED-PRINTABLE";
+    property.base64 |= upper == "BASE64" || (named && upper == "B");
+  }
   if (name == "PREF" && value == "1") property.types.push_back("PREF");
   if (name == "TYPE" || !named)
     for (const std::string_view type : splitUnquoted(upper, ','))
@@ -103,17 +106,16 @@ std::u16string withoutOuterBlanks(const std::u16string& text) {
   return text.substr(first, text.find_last_not_of(u" \t\r\n") - first + 1);
 }
 
-std::u16string decoded(const CardProperty& property, std::string_view raw) {
+/// With its escapes still in it: in some character sets a byte of a letter looks like a backslash
+/// or a semicolon, so that only the decoded text can be divided.
+std::u16string decoded(const CardProperty& property) {
   const std::string bytes =
-      property.quotedPrintable ? decodeQuotedPrintable(raw) : std::string(raw);
-  const auto text = decodeCharset(bytes, property.charset);
-  if (!text) {
-    // What stands there may be any bytes.
-    const bool readable = fromUtf8(property.charset).has_value();
-    throw CardError(property.line, readable ? "unknown character set \"" + property.charset + "\""
-                                            : "unknown character set");
-  }
-  return withoutOuterBlanks(unescaped(*text, property.version));
+      property.quotedPrintable ? decodeQuotedPrintable(property.value) : property.value;
+  if (auto text = decodeCharset(bytes, property.charset)) return *std::move(text);
+  // What stands there may be any bytes.
+  const bool readable = simulator::fromUtf8(property.charset).has_value();
+  throw CardError(readable ? "unknown character set \"" + property.charset + "\""
+                           : "unknown character set");
 }
 
 }  // namespace
@@ -123,39 +125,50 @@ bool CardProperty::hasType(std::string_view type) const {
 }
 
 std::u16string CardProperty::text() const {
-  return decoded(*this, value);
+  return withoutOuterBlanks(unescaped(decoded(*this), version));
 }
 
 std::vector<std::u16string> CardProperty::parts() const {
+  const std::u16string whole = decoded(*this);
   std::vector<std::u16string> parts;
   std::size_t start = 0;
-  for (std::size_t i = 0; i <= value.size(); ++i) {
-    if (i < value.size() && value[i] == '\\') {
+  for (std::size_t i = 0; i <= whole.size(); ++i) {
+    if (i + 1 < whole.size() && whole[i] == u'\\') {
       ++i;
-      if (i < value.size()) continue;
+    } else if (i == whole.size() || whole[i] == u';') {
+      const auto part = std::u16string_view(whole).substr(start, i - start);
+      parts.push_back(withoutOuterBlanks(unescaped(part, version)));
+      start = i + 1;
     }
-    if (i < value.size() && value[i] != ';') continue;
-    parts.push_back(decoded(*this, std::string_view(value).substr(start, i - start)));
-    start = i + 1;
   }
   return parts;
 }
 
-CardProperty parseProperty(const CardLine& line, CardVersion version) {
-  const auto colonParts = splitUnquoted(line.text, ':');
-  const std::string_view head = colonParts.front();
+CardProperty parseProperty(std::string_view head, std::string_view value) {
   const auto parameters = splitUnquoted(head, ';');
-  std::string name = upperCase(trimmed(parameters.front()));
-  name.erase(0, name.rfind('.') + 1);
-  if (colonParts.size() < 2 || !isPropertyName(name))
-    throw CardError(line.line, "no property of the form NAME:VALUE");
   CardProperty property;
-  property.name = name;
-  property.version = version;
-  property.line = line.line;
-  property.value = line.text.substr(head.size() + 1);
+  property.name = upperCase(trimmed(parameters.front()));
+  if (const auto point = property.name.rfind('.'); point != std::string::npos) {
+    property.group = property.name.substr(0, point);
+    property.name.erase(0, point + 1);
+  }
+  if (!isPropertyName(property.name)) throw CardError("no property of the form NAME:VALUE");
+  property.value = value;
   for (std::size_t i = 1; i < parameters.size(); ++i) readParameter(property, parameters[i]);
   return property;
 }
 
-}  // namespace simulator
+std::string upperCase(std::string_view text) {
+  std::string upper(text);
+  for (char& c : upper)
+    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+  return upper;
+}
+
+std::string_view trimmed(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(" \t");
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+}  // namespace demo

@@ -2,13 +2,31 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
-namespace simulator {
+namespace scenario {
 
-/// Takes the text of a registry file apart, from its start to its end. What does not fit raises
-/// RegFileError with the line of the present place.
+/// A text that is not in the registry editor's format. The message (UTF-8) says what was expected
+/// and what was found; what() also names the line.
+class RegError : public std::runtime_error {
+ public:
+  RegError(std::size_t line, const std::string& message)
+      : std::runtime_error("line " + std::to_string(line) + ": " + message),
+        line_(line),
+        message_(message) {}
+  /// Counts from 1.
+  std::size_t line() const { return line_; }
+  const std::string& message() const { return message_; }
+
+ private:
+  std::size_t line_;
+  std::string message_;
+};
+
+/// Takes the text of a registry file, or of one value of it, apart, from its start to its end. What
+/// does not fit raises RegError with the line of the present place.
 class RegScanner {
  public:
   /// The text must outlive the scanner.
@@ -53,4 +71,4 @@ class RegScanner {
   std::size_t line_ = 1;
 };
 
-}  // namespace simulator
+}  // namespace scenario
