@@ -4,6 +4,7 @@
 #include <iterator>
 #include <string>
 
+#include "demo/Colours.h"
 #include "demo/NativeAddin.h"
 #include "demo/Options.h"
 #include "demo/Terminal.h"
@@ -71,13 +72,14 @@ int play(scenario::Player& player, const demo::Options& options) {
 
 int converse(scenario::Player& player, const demo::Options& options) {
   std::puts(
-      "The Velnor add-in in a simulated Outlook. \"help\" lists the commands, \"show\" draws\n"
-      "everything, \"exit\" leaves. Time stands still until you let it pass: the toolbar comes up\n"
-      "after \"wait 21 s\".\n");
+      "The Velnor add-in in a simulated Outlook. \"?\" is help, \"show\" draws everything, "
+      "\"exit\"\n"
+      "leaves; Tab completes. Time stands still until you let it pass: the toolbar comes up after\n"
+      "\"wait 21\".\n");
   scenario::TextSource start(
       "client running\noutlook " + (options.outlook.empty() ? "11.0" : options.outlook), "start");
   player.play(start);
-  demo::Terminal terminal;
+  demo::Terminal terminal(player, demo::coloursWanted());
   player.play(terminal);
   return 0;
 }
@@ -85,8 +87,10 @@ int converse(scenario::Player& player, const demo::Options& options) {
 int run(const demo::Options& options) {
   scenario::NativeStage stage(readMailbox(options), makeNativeAddin);
   if (!options.registry.empty()) importRegistry(stage, options.registry);
-  scenario::Player player(stage, [](std::string_view line) {
-    std::printf("%.*s\n", static_cast<int>(line.size()), line.data());
+  // A transcript is plain whatever it is written to.
+  const bool colours = !options.play && demo::coloursWanted();
+  scenario::Player player(stage, [colours](std::string_view line) {
+    std::puts((colours ? demo::coloured(line) : std::string(line)).c_str());
   });
   player.transcript().traceShown = options.trace;
   if (!options.language.empty()) {

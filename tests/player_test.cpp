@@ -54,6 +54,7 @@ TEST(ScenarioLines, ReachTheStage) {
       {"midnight", "time 23 59 59"},
       {"wait 400 ms", "wait 400"},
       {"wait 1.5s", "wait 1500"},
+      {"wait 21", "wait 21000"},
       {"wait 1 min", "wait 60000"},
       {"bar inspector \"Velnor\" empty 20 CxBtDial CxBtDrop refuses", "bar Velnor i2 20 r"},
       {"fail CommandBar.FindControl", "fail CommandBar|FindControl 0"},
@@ -88,7 +89,11 @@ TEST(ScenarioLines, SayWhatIsWrongAndGoOn) {
       {"click box", "the box is for typing"},
       {"click dial in 7", "no window \"7\"; open are 1"},
       {"click", "missing: a button"},
-      {"wait 3", "is not a time such as 400 ms"},
+      {"clcik dial", "\"clcik\" is unknown as a command; did you mean click?"},
+      {"click hangpu", "did you mean hangup?"},
+      {"folder \"Kontkate\"", "no folder \"Kontkate\"; did you mean \"Kontakte\"?"},
+      {"select \"Smiht\"", "did you mean \"Smith, Jo\"?"},
+      {"wait 3 h", "is not a time such as 400 ms"},
       {"wait soon", "is not a time such as 400 ms"},
       {"time 24:00:00", "is no time"},
       {"time 12:60", "is no time"},
@@ -345,10 +350,10 @@ TEST(ScenarioText, SurvivesTheWayThroughUtf8) {
 }
 
 TEST(ScenarioHelp, NamesEveryCommandOnce) {
-  const Played played("help\nhelp expect\n");
+  const Played played("?\nhelp user\nhelp phone\nhelp machine\n? looking\nhelp expect\n");
   EXPECT_TRUE(played.score.good());
   for (const Command& command : commands()) {
-    EXPECT_TRUE(played.printed("  " + std::string(command.synopsis) + "\n"));
+    EXPECT_TRUE(played.printed("\n  " + std::string(command.synopsis))) << command.synopsis;
     EXPECT_EQ(&findCommand(command.word), &command);
   }
   EXPECT_TRUE(played.printed("expect references 0"));

@@ -26,10 +26,18 @@ struct Command {
   void (*run)(Player& player, Arguments& args);
 };
 
+/// Commands that the help text shows together.
+struct CommandGroup {
+  std::u16string_view name;  ///< a word that is no command
+  std::string_view title;
+  std::span<const Command> commands;
+};
+std::span<const CommandGroup> commandGroups();
+
 /// All commands in the order of the help text.
 const std::vector<Command>& commands();
 
-/// The command that the word, or its unambiguous beginning, means. Raises Mistake.
+/// The command that the word, or its unambiguous beginning, means; "?" means help. Raises Mistake.
 const Command& findCommand(std::u16string_view word);
 
 /// Takes "in WINDOW" when it comes next, otherwise means the active window; with `explorer` the

@@ -138,6 +138,9 @@ std::size_t findTitle(const std::vector<std::u16string>& titles, std::u16string_
   else
     throw Mistake(quoted(title) + " fits more than one " + std::string(what) + ": " +
                   quoted(titles[fitting[0]]) + ", " + quoted(titles[fitting[1]]));
+  if (const auto near = nearest(title, titles))
+    throw Mistake("no " + std::string(what) + " " + quoted(title) + "; did you mean " +
+                  quoted(titles[*near]) + "?");
   std::string there;
   for (std::size_t i = 0; i < fitting.size() && i < most; ++i)
     there += (i ? ", " : "") + quoted(titles[fitting[i]]);

@@ -136,9 +136,12 @@ std::size_t chooseWord(std::u16string_view typed, const std::vector<std::u16stri
     found = i;
   }
   if (fitting.size() == 1) return found;
-  if (fitting.empty())
-    throw Mistake(quoted(typed) + " is unknown " + std::string(what) + "; expected " +
-                  joined(words));
+  if (fitting.empty()) {
+    const auto near = nearest(typed, {words.begin(), words.end()});
+    throw Mistake(
+        quoted(typed) + " is unknown " + std::string(what) +
+        (near ? "; did you mean " + toUtf8(words[*near]) + "?" : "; expected " + joined(words)));
+  }
   throw Mistake(quoted(typed) + " could be " + joined(fitting));
 }
 

@@ -65,28 +65,49 @@ void leave(Player& player, Arguments& args) {
   player.finish();
 }
 
+/// On one line where a terminal has room for it.
 void describe(Player& player, const Command& command) {
-  player.transcript().line("  " + std::string(command.synopsis));
+  constexpr std::size_t column = 30;
+  constexpr std::size_t width = 78;
+  const std::string synopsis = "  " + std::string(command.synopsis);
+  const std::string text = padded(synopsis, column) + "  " + std::string(command.help);
+  if (synopsis.size() <= column && text.size() <= width) return player.transcript().line(text);
+  player.transcript().line(synopsis);
   player.transcript().line("        " + std::string(command.help));
 }
 
+void listGroups(Player& player) {
+  Transcript& transcript = player.transcript();
+  for (const CommandGroup& group : commandGroups()) {
+    transcript.line("  " + padded("help " + toUtf8(group.name), 14) + std::string(group.title));
+    std::string words;
+    for (const Command& command : group.commands) words += " " + toUtf8(command.word);
+    transcript.line("       " + words);
+  }
+  transcript.line("  help click    one command; help expect says what can be checked");
+  transcript.line("");
+  transcript.line(
+      "  Words may be shortened while they stay unambiguous, ? is help, # begins a comment.");
+  transcript.line("  Texts stand in \"quotation marks\". The number of a menu's entry chooses it.");
+}
+
 void help(Player& player, Arguments& args) {
-  if (!args.atEnd()) {
-    const Command& command = findCommand(folded(args.text("a command")));
-    args.end();
-    describe(player, command);
-    if (command.word == u"expect") player.transcript().lines(expectationHelp());
+  if (args.atEnd()) return listGroups(player);
+  const std::u16string topic = folded(args.text("a command"));
+  args.end();
+  for (const CommandGroup& group : commandGroups()) {
+    if (group.name != topic) continue;
+    for (const Command& command : group.commands) describe(player, command);
     return;
   }
-  for (const Command& command : commands()) describe(player, command);
-  player.transcript().line(
-      "Words may be shortened while they stay unambiguous; # begins a comment; texts stand in "
-      "\"quotation marks\".");
+  const Command& command = findCommand(topic);
+  describe(player, command);
+  if (command.word == u"expect") player.transcript().lines(expectationHelp());
 }
 
 constexpr Command table[] = {
-    {u"choose", "choose 2 | 3.1 | \"Caption part\"", "choose an entry of the open menu",
-     Actor::Menu, choose},
+    {u"choose", "choose 2 | 3.1 | \"Caption part\"",
+     "choose an entry of the open menu; 2 alone does", Actor::Menu, choose},
     {u"escape", "escape", "leave the open menu", Actor::Menu, escape},
     {u"show", "show", "draw everything, with the items of the active window", Actor::Looker, show},
     {u"folders", "folders", "list the folders of the mailbox", Actor::Looker, folders},
@@ -94,7 +115,8 @@ constexpr Command table[] = {
     {u"expect", "expect ...", "say what must hold; see: help expect", Actor::Looker, expect},
     {u"native", "native only: reason", "the next line is for a simulated Outlook only",
      Actor::Looker, nativeOnly},
-    {u"help", "help [command]", "this list, or one command of it", Actor::Looker, help},
+    {u"help", "help [group|command]", "the groups, one group, one command; also: ?", Actor::Looker,
+     help},
     {u"exit", "exit", "end the scenario", Actor::Looker, leave},
 };
 

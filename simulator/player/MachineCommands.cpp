@@ -21,6 +21,7 @@ void language(Player& player, Arguments& args) {
 void registry(Player& player, Arguments& args) {
   const RegistryLine line = RegistryLine::read(args.line().rest);
   player.stage().setRegistry(line.root, line.key, line.name, line.value);
+  if (player.typed()) player.transcript().line("    (" + std::string(line.readWhen()) + ")");
 }
 
 void tellOfNextStart(Player& player) {
@@ -97,7 +98,7 @@ void midnight(Player& player, Arguments& args) {
   player.stage().setTime(23, 59, 59);
 }
 
-/// "400 ms", "3s", "1.5 min" in milliseconds.
+/// "400 ms", "3", "3s", "1.5 min" in milliseconds.
 std::uint32_t takeDuration(Arguments& args) {
   const char* expected = "a time such as 400 ms, 3 s or 1 min";
   std::u16string text = args.text(expected);
@@ -106,7 +107,10 @@ std::uint32_t takeDuration(Arguments& args) {
   const std::size_t unitAt = std::min(text.find_first_not_of(u"0123456789."), text.size());
   const std::string number = toUtf8(text.substr(0, unitAt));
   const std::u16string unit = folded(text.substr(unitAt));
-  double factor = unit == u"ms" ? 1 : unit == u"s" ? 1000 : unit == u"min" ? 60000 : 0;
+  double factor = unit == u"ms"                  ? 1
+                  : unit == u"s" || unit.empty() ? 1000
+                  : unit == u"min"               ? 60000
+                                                 : 0;
   std::size_t read = 0;
   double value = 0;
   try {
@@ -125,7 +129,8 @@ void wait(Player& player, Arguments& args) {
 }
 
 constexpr Command table[] = {
-    {u"wait", "wait 400 ms | 3 s | 1 min", "let time pass", Actor::World, wait},
+    {u"wait", "wait 21 | 400 ms | 3 s | 1 min", "let time pass, in seconds unless it says other",
+     Actor::World, wait},
     {u"language", "language de|en|fr|it|es|pt | 3079", "the user's language", Actor::World,
      language},
     {u"registry", "registry HKCU\\Key\\Name = dword:1 | \"text\" | hex:01,00 | hex(7):... | -",

@@ -65,7 +65,7 @@ void Player::execute(const SourceLine& source) {
       const bool comment = shown.empty() || shown.starts_with(u'#');
       transcript_.line((comment ? "" : "> ") + toUtf8(shown));
     }
-    const Line line = Line::read(text);
+    const Line line = read(source);
     if (line.empty() || skipsHere(line)) return;
     run(findCommand(line.word), line);
   } catch (const automation::Error& error) {
@@ -74,6 +74,15 @@ void Player::execute(const SourceLine& source) {
   } catch (const std::exception& error) {
     complain(error.what());
   }
+}
+
+Line Player::read(const SourceLine& source) const {
+  Line line = Line::read(toUtf16(source.text));
+  if (menu_ && !line.empty() && line.word.find_first_not_of(u"0123456789.") == line.word.npos) {
+    line.args.insert(line.args.begin(), Token{line.word});
+    line.word = u"choose";
+  }
+  return line;
 }
 
 bool Player::skipsHere(const Line& line) {
@@ -87,9 +96,23 @@ bool Player::skipsHere(const Line& line) {
 void Player::run(const Command& command, const Line& line) {
   if (command.actor == Actor::Menu && !menu_) throw Mistake("no menu is open");
   if (command.actor != Actor::Looker) journal_.mark();
+  if (command.actor != Actor::Looker) shownBefore_ = transcript_.shown();
   Arguments args(line);
   command.run(*this, args);
-  if (command.actor != Actor::Looker) transcript_.changes(stage_.snapshot());
+  if (command.actor == Actor::Looker) return;
+  transcript_.changes(stage_.snapshot());
+  explainSilence(command);
+}
+
+void Player::explainSilence(const Command& command) {
+  const bool clicks = command.word == u"click" || command.word == u"type";
+  if (!typed() || !clicks || shownBefore_ != transcript_.shown()) return;
+  const Note* reason = nullptr;
+  for (const Note& note : journal_.notes(false))
+    if (note.kind == Note::Kind::Trace && (note.level == u"Warning" || note.level == u"Error"))
+      reason = &note;
+  transcript_.line("    (nothing changed" +
+                   (reason ? "; the trace says: " + oneLine(reason->text) : std::string()) + ")");
 }
 
 void Player::complain(std::string_view text) {
@@ -102,7 +125,7 @@ void Player::complain(std::string_view text) {
 void Player::judge(bool held, const std::string& expected, const std::string& found) {
   ++(held ? score_.held : score_.failed);
   if (held) {
-    if (source_ && source_->typed()) transcript_.line("    holds");
+    if (typed()) transcript_.line("    holds");
     return;
   }
   const std::string problem =
@@ -125,9 +148,9 @@ void Player::answerMenu(std::optional<int> entry) {
   answer_ = MenuAnswer{entry};
 }
 
-bool Player::livesWithMenu(const SourceLine& source) {
+bool Player::livesWithMenu(const SourceLine& source) const {
   try {
-    const Line line = Line::read(toUtf16(source.text));
+    const Line line = read(source);
     return line.empty() || findCommand(line.word).actor != Actor::User;
   } catch (const Mistake&) {
     return true;  // Executing it complains; the menu has nothing to do with that.
@@ -145,7 +168,10 @@ std::optional<int> Player::popup(const std::vector<platform::PopupEntry>& menu) 
       return std::nullopt;
     }
     execute(*line);
-    if (const auto answer = std::exchange(answer_, std::nullopt)) return answer->entry;
+    if (const auto answer = std::exchange(answer_, std::nullopt)) {
+      if (!answer->entry) shownBefore_ = std::nullopt;
+      return answer->entry;
+    }
   }
   if (!finished_) transcript_.line("    (the menu closes)");
   return std::nullopt;

@@ -49,6 +49,8 @@ class Player : private Listener {
   const std::vector<platform::PopupEntry>* menu() const { return menu_; }
   /// Closes the open menu when the current line is done: by this entry or by none.
   void answerMenu(std::optional<int> entry);
+  /// Whether a person types the lines and is told more than a transcript holds.
+  bool typed() const { return source_ && source_->typed(); }
   void judge(bool held, const std::string& expected, const std::string& found);
   /// The next line is for a simulated world only.
   void nextIsNativeOnly(std::string reason) { nativeOnly_ = std::move(reason); }
@@ -68,8 +70,12 @@ class Player : private Listener {
   bool skipsHere(const Line& line);
   void run(const Command& command, const Line& line);
   void complain(std::string_view text);
+  /// The line's words; a number alone chooses from an open menu.
+  Line read(const SourceLine& source) const;
   /// Whether the line leaves an open menu alone.
-  static bool livesWithMenu(const SourceLine& source);
+  bool livesWithMenu(const SourceLine& source) const;
+  /// Tells a person why a click has changed nothing to be seen.
+  void explainSilence(const Command& command);
 
   Stage& stage_;
   Transcript transcript_;
@@ -80,6 +86,8 @@ class Player : private Listener {
   std::string place_;
   std::optional<std::string> nativeOnly_;
   const std::vector<platform::PopupEntry>* menu_ = nullptr;
+  /// Lines shown when the user last did something; nothing when that needs no answer.
+  std::optional<std::size_t> shownBefore_;
   std::optional<MenuAnswer> answer_;
   bool finished_ = false;
 };

@@ -32,7 +32,33 @@ std::optional<platform::RegistryValue> readValue(std::u16string_view text) {
   }
 }
 
+struct ReadRow {
+  std::u16string_view key;   // what it begins with, folded
+  std::u16string_view name;  // folded; empty for every one
+  std::string_view when;
+};
+
+constexpr std::string_view nextLoad = "the add-in takes it over when it is loaded the next time";
+
+/// The first row that fits says it.
+constexpr ReadRow reading[] = {
+    {u"software\\k9t\\cxcomaddin", u"dialremote", "the next call that is dialled asks for it"},
+    {u"software\\k9t\\cxcomaddin", u"", nextLoad},
+    {u"software\\k9t\\velnor30\\addin001", u"", nextLoad},
+    {u"software\\k9t\\localization", u"", nextLoad},
+    {u"software\\k9t\\log", u"", "the next trace line asks for it"},
+    {u"clsid\\", u"", "the add-in asks for it when it looks for the client the next time"},
+};
+
 }  // namespace
+
+std::string_view RegistryLine::readWhen() const {
+  const std::u16string at = folded(key);
+  const std::u16string valueName = folded(name);
+  for (const ReadRow& row : reading)
+    if (at.starts_with(row.key) && (row.name.empty() || row.name == valueName)) return row.when;
+  return "the add-in itself asks for no such value";
+}
 
 RegistryLine RegistryLine::read(std::u16string_view text) {
   constexpr const char* expected =

@@ -15,6 +15,9 @@ struct RegistryLine {
   /// Raises Mistake.
   static RegistryLine read(std::u16string_view text);
 
+  /// When the add-in notices the value, in words.
+  std::string_view readWhen() const;
+
   platform::RegistryRoot root = platform::RegistryRoot::CurrentUser;
   std::u16string key;
   std::u16string name;

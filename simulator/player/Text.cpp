@@ -1,5 +1,7 @@
 #include "simulator/player/Text.h"
 
+#include <algorithm>
+
 namespace scenario {
 namespace {
 
@@ -7,7 +9,53 @@ bool isContinuation(unsigned char byte) {
   return (byte & 0xC0) == 0x80;
 }
 
+/// Letters to insert, to leave out, to change or to swap with the next one.
+std::size_t distance(std::u16string_view a, std::u16string_view b) {
+  std::vector<std::size_t> beforeLast(b.size() + 1);
+  std::vector<std::size_t> last(b.size() + 1);
+  std::vector<std::size_t> row(b.size() + 1);
+  for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
+  for (std::size_t i = 1; i <= a.size(); ++i) {
+    beforeLast.swap(last);
+    last.swap(row);
+    row[0] = i;
+    for (std::size_t j = 1; j <= b.size(); ++j) {
+      row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (a[i - 1] != b[j - 1])});
+      if (i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1])
+        row[j] = std::min(row[j], beforeLast[j - 2] + 1);
+    }
+  }
+  return row[b.size()];
+}
+
 }  // namespace
+
+std::optional<std::size_t> nearest(std::u16string_view typed,
+                                   const std::vector<std::u16string>& candidates) {
+  constexpr std::size_t longest = 40;
+  const std::u16string wanted = folded(trimmed(typed));
+  if (wanted.size() < 3 || wanted.size() > longest) return std::nullopt;
+  std::size_t least = wanted.size() < 6 ? 2 : 3;  // one more than may differ
+  std::optional<std::size_t> found;
+  const auto consider = [&](std::size_t index, std::u16string_view text) {
+    if (text.size() + least <= wanted.size() || text.size() >= wanted.size() + least) return;
+    const std::size_t differing = distance(wanted, text);
+    if (differing >= least) return;
+    least = differing;
+    found = index;
+  };
+  constexpr std::u16string_view separators = u" ,;.()\u00A0";
+  for (std::size_t i = 0; i < candidates.size(); ++i) {
+    const std::u16string text = folded(trimmed(candidates[i]));
+    consider(i, text);
+    for (std::size_t at = 0; at < text.size();) {
+      const std::size_t end = std::min(text.find_first_of(separators, at), text.size());
+      consider(i, std::u16string_view(text).substr(at, end - at));
+      at = end + 1;
+    }
+  }
+  return found;
+}
 
 std::u16string_view trimmed(std::u16string_view text) {
   constexpr std::u16string_view blanks = u" \t\r\n\u00A0\uFEFF";

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "simulator/data/Utf8.h"
 #include "simulator/machine/caseless.h"
@@ -22,6 +25,11 @@ std::u16string shownCaption(std::u16string_view caption);
 std::string oneLine(std::u16string_view text);
 /// The same in quotation marks.
 std::string quoted(std::u16string_view text);
+
+/// Index of the candidate that was probably meant: one with which, or with one word of which, the
+/// typed text agrees but for a letter or, in longer texts, two. Nothing when none is near.
+std::optional<std::size_t> nearest(std::u16string_view typed,
+                                   const std::vector<std::u16string>& candidates);
 
 /// Padded with blanks to `width` characters.
 std::string padded(std::string_view utf8, std::size_t width);

@@ -25,8 +25,8 @@ void Transcript::lines(std::span<const std::string> texts) {
 void Transcript::note(const Note& note) {
   if (note.kind == Note::Kind::Told) return line("    client was told: " + shortened(note.text));
   if (!traceShown) return;
-  line("    ~ " + toUtf8(note.time) + " " + padded(toUtf8(note.level) + ":", 9) +
-       shortened(note.text));
+  print_("    ~ " + toUtf8(note.time) + " " + padded(toUtf8(note.level) + ":", 9) +
+         shortened(note.text));
 }
 
 void Transcript::messageBox(std::u16string_view text) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <span>
@@ -18,7 +19,10 @@ class Transcript {
   /// `print` gets one line at a time, without its end.
   explicit Transcript(std::function<void(std::string_view)> print) : print_(std::move(print)) {}
 
-  void line(std::string_view text) { print_(text); }
+  void line(std::string_view text) {
+    ++shown_;
+    print_(text);
+  }
   void lines(std::span<const std::string> texts);
   void note(const Note& note);
   void messageBox(std::u16string_view text);
@@ -30,11 +34,14 @@ class Transcript {
   void whole(const Snapshot& snapshot);
 
   bool traceShown = false;
+  /// Lines so far, without those of the trace.
+  std::size_t shown() const { return shown_; }
 
  private:
   void drawChanged(const WindowPicture& window);
 
   std::function<void(std::string_view)> print_;
+  std::size_t shown_ = 0;
   std::map<int, std::vector<std::string>> seen_;
   int activeWindow_ = 0;
   std::u16string telephone_;
