@@ -61,6 +61,15 @@ const Row Rows[] = {
     {"vcard", "telephones",
      [](auto n) { return "BEGIN:VCARD\nFN:E" + repeated("\nTEL;CELL:1", n) + "\nEND:VCARD\n"; }},
     {"vcard", "agents", [](auto n) { return repeated("BEGIN:VCARD\nAGENT:\n", n); }},
+    {"vcard", "a folded head",
+     [](auto n) { return "BEGIN:VCARD\nFN;X=\"" + repeated("\n :", n) + "\nEND:VCARD\n"; }},
+    {"vcard", "notes",
+     [](auto n) {
+       return "BEGIN:VCARD\nNOTE:" + std::string(n / 2, 'x') + repeated("\nNOTE:1", n / 2) +
+              "\nEND:VCARD\n";
+     }},
+    {"vcard", "a telephone URI",
+     [](auto n) { return "BEGIN:VCARD\nTEL:tel:" + repeated("%20%", n) + "\nEND:VCARD\n"; }},
     {"vcard", "stray lines", [](auto n) { return repeated("x\n", n); }},
     {"regfile", "values",
      [](auto n) {

@@ -76,10 +76,11 @@ class CardReader {
   void set(std::u16string_view property, std::u16string text) {
     // Names of several lines would tear menus and captions.
     if (property != u"Body") std::ranges::replace(text, u'\n', u' ');
+    if (!text.empty()) filled_.insert(property);
     contact_.properties.insert_or_assign(std::u16string(property), std::move(text));
   }
 
-  bool has(std::u16string_view property) const { return !propertyText(contact_, property).empty(); }
+  bool has(std::u16string_view property) const { return filled_.contains(property); }
 
   /// A card may have a property twice, the first of which is the one that counts.
   void setFirst(const CardProperty& property, std::u16string_view name) {
@@ -132,9 +133,12 @@ class CardReader {
   }
 
   bool isNameless() const {
-    if (has(u"FullName") || has(u"CompanyName") || has(u"Email1Address")) return false;
+    const auto filled = [this](std::u16string_view name) {
+      return !propertyText(contact_, name).empty();
+    };
+    if (filled(u"FullName") || filled(u"CompanyName") || filled(u"Email1Address")) return false;
     return std::ranges::none_of(TelephoneProperties, [&](const auto& telephone) {
-      return has(automation::widen(telephone.name));
+      return filled(automation::widen(telephone.name));
     });
   }
 
@@ -142,6 +146,8 @@ class CardReader {
   ReadCards& result_;
   std::vector<CardWarning>& warnings_;
   MailboxItem contact_ = simulator::emptyContact();
+  /// What a line of the card has given; the names are constants.
+  std::set<std::u16string_view> filled_;
   std::map<std::string, std::u16string> labels_;  // by group
   std::vector<CardProperty> telephones_;
   std::vector<CardProperty> emails_;
