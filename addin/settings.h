@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "platform/registry.h"
+#include "resources/settings.h"
 
 namespace cxol {
 
@@ -15,25 +16,23 @@ struct Option {
   bool defaultValue;
 };
 
-/// All options. They are written by administrators and by the client's set-up, never by the add-in.
+/// All options, as the table of settings has them. They are written by administrators and by the
+/// client's set-up, never by the add-in.
 namespace options {
-inline constexpr std::u16string_view AddInKey = u"Software\\K9T\\CXComAddIn";
-inline constexpr std::u16string_view ClientKey = u"Software\\K9T\\Velnor30\\AddIn001";
+consteval Option optionOf(const resources::Setting& setting) {
+  if (setting.type != resources::SettingType::OnOff) throw "not an option";
+  return {setting.place.root, setting.place.key, setting.place.name, setting.on};
+}
 
-inline constexpr Option UseMapi{platform::RegistryRoot::CurrentUser, AddInKey, u"UseMapi", true};
-inline constexpr Option IgnoreSelChange{platform::RegistryRoot::CurrentUser, AddInKey,
-                                        u"IgnoreSelChange", false};
+inline constexpr auto UseMapi = optionOf(resources::setting(u"UseMapi"));
+inline constexpr auto IgnoreSelChange = optionOf(resources::setting(u"IgnoreSelChange"));
 /// Asked only while the user has not switched the option on.
-inline constexpr Option IgnoreSelChangeOfMachine{platform::RegistryRoot::LocalMachine, AddInKey,
-                                                 u"IgnoreSelChange", false};
-inline constexpr Option ShowInspectorToolBar{platform::RegistryRoot::CurrentUser, AddInKey,
-                                             u"ShowInspectorToolBar", true};
-inline constexpr Option DialRemote{platform::RegistryRoot::CurrentUser, AddInKey, u"DialRemote",
-                                   false};
-inline constexpr Option StartWithOutlook{platform::RegistryRoot::CurrentUser, ClientKey,
-                                         u"StartWithOutlook", false};
-inline constexpr Option StopWithOutlook{platform::RegistryRoot::CurrentUser, ClientKey,
-                                        u"StopWithOutlook", false};
+inline constexpr auto IgnoreSelChangeOfMachine =
+    optionOf(resources::setting(u"IgnoreSelChangeOfMachine"));
+inline constexpr auto ShowInspectorToolBar = optionOf(resources::setting(u"ShowInspectorToolBar"));
+inline constexpr auto DialRemote = optionOf(resources::setting(u"DialRemote"));
+inline constexpr auto StartWithOutlook = optionOf(resources::setting(u"StartWithOutlook"));
+inline constexpr auto StopWithOutlook = optionOf(resources::setting(u"StopWithOutlook"));
 }  // namespace options
 
 /// Reads an option afresh. An absent value gives the default; so does a value that is no number,

@@ -9,12 +9,12 @@
 #include "platform/objects.h"
 #include "platform/processes.h"
 #include "platform/screen.h"
+#include "resources/settings.h"
 
 namespace cxol {
 namespace {
 
-constexpr std::u16string_view ServerKey =
-    u"CLSID\\{4B7D2A91-3C5E-11D4-9F21-00A0C9E4B7D3}\\LocalServer32";
+constexpr auto ClientProgram = resources::setting(u"ClientProgram").place;
 constexpr std::u16string_view MainWindowClass = u"SfFrameOrView";
 constexpr std::u16string_view HiddenStart = u"-hideOnStartup";
 
@@ -69,8 +69,8 @@ std::u16string_view programOf(std::u16string_view commandLine) {
 
 /// Empty when the client is not installed.
 std::u16string executable() {
-  const RegOp key(machine().registry, platform::RegistryRoot::ClassesRoot, ServerKey);
-  const auto value = key.value(u"");
+  const RegOp key(machine().registry, ClientProgram.root, ClientProgram.key);
+  const auto value = key.value(ClientProgram.name);
   return value ? std::u16string(programOf(value->toText())) : std::u16string();
 }
 

@@ -5,12 +5,12 @@
 #include "infra/errors.h"
 #include "infra/runtime.h"
 #include "platform/conversions.h"
+#include "resources/settings.h"
 
 namespace cxol {
 namespace {
 
-constexpr std::u16string_view ShellFolders =
-    u"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders";
+constexpr auto LocalAppData = resources::setting(u"LocalAppData").place;
 
 /// The integer that a read into `size` bytes of zeros gives, least significant byte first. A value
 /// that is larger than its buffer can't be read.
@@ -57,7 +57,7 @@ std::int32_t GetRegLong(platform::RegistryRoot root, std::u16string_view key,
 }
 
 std::u16string GetLocalAppDataFolder() {
-  return GetRegString(platform::RegistryRoot::CurrentUser, ShellFolders, u"Local AppData") + u"\\";
+  return GetRegString(LocalAppData.root, LocalAppData.key, LocalAppData.name) + u"\\";
 }
 
 }  // namespace cxol

@@ -14,6 +14,7 @@
 #include "platform/objects.h"
 #include "platform/pictures.h"
 #include "platform/processes.h"
+#include "resources/settings.h"
 #include "resources/strings.h"
 
 namespace cxol {
@@ -32,25 +33,25 @@ constexpr InterfaceLanguage Languages[] = {
     {u"IT", 1040, 15000}, {u"ES", 1034, 20000}, {u"PT", 1046, 25000},
 };
 
-constexpr std::u16string_view LangIdKey = u"Software\\K9T\\Localization\\LangID";
+constexpr auto OfHost = resources::setting(u"LanguageOfOutlook").place;
+constexpr auto OfUser = resources::setting(u"Language").place;
 
 /// The language id in a key, 0 when there is none; a value that gives none leaves a warning.
-std::int32_t langIdIn(std::u16string_view key) {
-  constexpr auto Root = platform::RegistryRoot::CurrentUser;
-  constexpr std::u16string_view Name = u"LangID";
-  const std::int32_t langId = GetRegLong(Root, key, Name);
+std::int32_t langIdIn(const resources::RegistryPlace& place, std::u16string_view key) {
+  const std::int32_t langId = GetRegLong(place.root, key, place.name);
   if (langId != 0) return langId;
   trapQuietly([&] {
-    const auto value = RegOp(machine().registry, Root, key).value(Name);
+    const auto value = RegOp(machine().registry, place.root, key).value(place.name);
     ResumeNext resume;
-    if (value && !resume([&] { automation::Value(GetRegString(Root, key, Name)).toInt32(); }))
-      WarnOfBadNumber(Root, key, Name, *value, u"0");
+    if (value &&
+        !resume([&] { automation::Value(GetRegString(place.root, key, place.name)).toInt32(); }))
+      WarnOfBadNumber(place.root, key, place.name, *value, u"0");
   });
   return 0;
 }
 
 std::int32_t langIdOfApplication() {
-  return langIdIn(concat(LangIdKey, u"\\Applications\\", machine().processes.hostModuleName()));
+  return langIdIn(OfHost, concat(OfHost.key, machine().processes.hostModuleName()));
 }
 
 std::int32_t langIdOfLanguageService() {
@@ -83,7 +84,7 @@ bool SelectLanguage() noexcept {
   trapQuietly([&] {
     std::int32_t langId = langIdOfApplication();
     if (langId == 0) langId = langIdOfLanguageService();
-    if (langId == 0) langId = langIdIn(LangIdKey);
+    if (langId == 0) langId = langIdIn(OfUser, OfUser.key);
     if (langId == 0) langId = machine().language.userDefaultLangId();
     SetLanguage(codeOf(langId));
     selected = true;

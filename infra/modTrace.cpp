@@ -7,12 +7,17 @@
 #include "infra/text.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "resources/settings.h"
 
 namespace cxol {
 namespace {
 
 /// The name of this component, as it stands in the file's name.
 constexpr std::u16string_view ComponentName = u"cxolcom";
+
+/// What switches the file on, on each route of the trace.
+constexpr auto InternalSwitch = resources::setting(u"LogFile").place;
+constexpr auto LibrarySwitch = resources::setting(u"VBLogFile").place;
 
 void appendDigits(std::u16string& text, int number, int digits) {
   text.append(static_cast<std::size_t>(digits), u'0');
@@ -39,11 +44,8 @@ void appendTime(std::u16string& text, const platform::LocalTime& time) {
 }  // namespace
 
 bool IsLogFileEnabled() {
-  const bool internal = runtime().trace.UseInternalLog;
-  const auto value = GetRegString(platform::RegistryRoot::CurrentUser,
-                                  internal ? u"Software\\K9T\\Logging" : u"Software\\K9T\\Log",
-                                  internal ? u"LogFile" : u"VBLogFile");
-  return equalsIgnoringCase(value, u"1");
+  const auto& place = runtime().trace.UseInternalLog ? InternalSwitch : LibrarySwitch;
+  return equalsIgnoringCase(GetRegString(place.root, place.key, place.name), u"1");
 }
 
 std::u16string GetLogFolder() {
