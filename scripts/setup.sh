@@ -4,8 +4,8 @@
 #
 #   scripts/setup.sh [windows] [screen]
 #
-# windows: also those for the DLL, the cross compiler and Wine; screen: also those for pictures of its
-# windows.
+# windows: also those for the DLL and its package, the cross compiler and Wine; screen: also those for
+# pictures of its windows.
 set -euo pipefail
 
 packages=(
@@ -16,7 +16,8 @@ foreign=
 for part in "$@"; do
   case $part in
     windows)
-      packages+=(g++-mingw-w64-i686-win32 mingw-w64-tools wine wine32:i386 googletest)
+      packages+=(g++-mingw-w64-i686-win32 mingw-w64-tools wine wine32:i386 googletest
+        wixl msitools faketime osslsigncode openssl xz-utils)
       foreign=i386
       ;;
     screen) packages+=(xvfb xauth imagemagick fonts-liberation fonts-wine) ;;
