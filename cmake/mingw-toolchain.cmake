@@ -8,6 +8,8 @@ set(CMAKE_CXX_COMPILER i686-w64-mingw32-g++-win32)
 set(CMAKE_RC_COMPILER i686-w64-mingw32-windres)
 set(CXOL_WIDL i686-w64-mingw32-widl CACHE STRING "Compiler of type libraries")
 set(CXOL_OBJDUMP i686-w64-mingw32-objdump CACHE STRING "Lister of import tables")
+set(CXOL_OBJCOPY i686-w64-mingw32-objcopy CACHE STRING "Copier of parts of programs")
+set(CXOL_STRIP i686-w64-mingw32-strip CACHE STRING "Remover of symbols")
 
 set(CMAKE_FIND_ROOT_PATH /usr/i686-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
@@ -20,4 +22,6 @@ set(CMAKE_CROSSCOMPILING_EMULATOR wine)
 set(CMAKE_BUILD_TYPE_INIT MinSizeRel)
 set(CMAKE_CXX_FLAGS_INIT "-ffunction-sections -fdata-sections -D_WIN32_WINNT=0x0500 -DWINVER=0x0500 -D_WIN32_IE=0x0500 -DWIN32_LEAN_AND_MEAN -DNOMINMAX")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -s -Wl,--gc-sections")
-set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static -s -Wl,--gc-sections")
+# Symbols are taken out of a DLL after its link, where they are kept. Not an initial value: it also
+# counts where a build folder remembers another one.
+set(CMAKE_SHARED_LINKER_FLAGS "-static -Wl,--gc-sections")

@@ -71,11 +71,10 @@ current=$(windows_path "$1")
 older=$(windows_path "$work/older.msi")
 version=$(file_version "$2")
 trap finish EXIT
-run reg delete "$outlook" /f
-registry_lines >"$work/before"
-
 expect "what regsvr32 writes (see registration.sh)" "$(cat "$here/../registration.txt")" \
   "$("$here/../registration.sh" "$2")"
+run reg delete "$outlook" /f
+registry_lines >"$work/before"
 
 msi "without Outlook" 67 /i "$current"
 expect "without Outlook, installed" "" "$(installed)"
