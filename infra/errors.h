@@ -14,7 +14,9 @@ namespace cxol {
 automation::Error currentError() noexcept;
 
 /// Carries an operation on past failing steps. The last failure stays pending, through successful
-/// steps too, until it is cleared: it can be asked for and logged at the operation's end.
+/// steps too, until it is cleared: it can be asked for and logged at the operation's end. An
+/// explorer's toolbar build and the look for the client tell by it why they have nothing in the
+/// end.
 class ResumeNext {
  public:
   /// Runs one step; false when it failed.
