@@ -15,6 +15,7 @@
 #include "simulator/data/Contact.h"
 #include "simulator/data/JsonNode.h"
 #include "simulator/data/Utf8.h"
+#include "simulator/player/Text.h"
 
 namespace demo {
 namespace {
@@ -67,7 +68,7 @@ class CardReader {
         applyLabel(telephone, label->second);
     const LeftOutNumbers left = placeTelephones(contact_, telephones_);
     for (const auto& number : left.homeless)
-      warnings_.push_back({number.line, "number left out: " + simulator::toUtf8(number.text) +
+      warnings_.push_back({number.line, "number left out: " + scenario::oneLine(number.text) +
                                             ", the contact has no property left for it"});
     result_.numbersLeftOut += left.homeless.size() + left.notForSpeech;
     result_.faxes += left.notForSpeech;
