@@ -52,7 +52,11 @@ std::u16string GetRegString(platform::RegistryRoot root, std::u16string_view key
 std::int32_t GetRegLong(platform::RegistryRoot root, std::u16string_view key,
                         std::u16string_view name) noexcept {
   std::int32_t number = 0;
-  trapQuietly([&] { number = automation::Value(GetRegString(root, key, name)).toInt32(); });
+  trapQuietly([&] {
+    const auto text = GetRegString(root, key, name);
+    // Nearly always: not worth an error.
+    if (!text.empty()) number = automation::Value(text).toInt32();
+  });
   return number;
 }
 

@@ -5,13 +5,12 @@
 
 namespace platform {
 
-/// The maker's logging library. Its functions are bound by bare library name at their first call,
-/// which raises error 53 without the library and 453 when it lacks the function.
+/// The maker's logging library. Its functions are bound at their first call, which raises error 53
+/// when no library was loaded and 453 when it lacks the function.
 class LoggingLibrary {
  public:
   virtual ~LoggingLibrary() = default;
-  /// Loads the library from its full path, so that later calls by bare name find it. A failure is
-  /// not reported.
+  /// Loads the library from its full path, so that later calls find it. A failure is not reported.
   virtual void load(std::u16string_view path) = 0;
   /// `K9TLog_CreateLogger`: 0 when created, -6 when the index is taken.
   virtual std::int32_t createLogger(std::int32_t index, std::u16string_view product,

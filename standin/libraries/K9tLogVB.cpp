@@ -7,11 +7,14 @@
 #include "platform/conversions.h"
 #include "standin/client/LineFile.h"
 #include "standin/libraries/environment.h"
+#include "standin/libraries/worker.h"
 #include "windows/com/errors.h"
 #include "windows/com/text.h"
 
-// The mark of a stand-in.
-extern "C" __declspec(dllexport) void VelnorStandin() {}
+// The mark of a stand-in; ends its thread.
+extern "C" __declspec(dllexport) void VelnorStandin() {
+  standin::worker.end();
+}
 
 namespace {
 
@@ -52,6 +55,7 @@ LONG WINAPI K9TLog_CreateLogger(LONG index, const char* product, const char* mod
     std::vector<std::u16string> fields{u"create", int32Text(index), text(product), text(module)};
     for (const LONG number : {p4, p5, p6, p7, status}) fields.push_back(int32Text(number));
     append(std::move(fields));
+    if (status == Done) standin::worker.start();
   });
   return status;
 }

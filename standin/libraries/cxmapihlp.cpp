@@ -4,13 +4,16 @@
 #include "simulator/data/MailboxReader.h"
 #include "standin/client/LineFile.h"
 #include "standin/libraries/environment.h"
+#include "standin/libraries/worker.h"
 #include "windows/com/Bstr.h"
 #include "windows/com/SafeArray.h"
 #include "windows/com/errors.h"
 #include "windows/com/values.h"
 
-// The mark of a stand-in.
-extern "C" __declspec(dllexport) void VelnorStandin() {}
+// The mark of a stand-in; ends its thread.
+extern "C" __declspec(dllexport) void VelnorStandin() {
+  standin::worker.end();
+}
 
 namespace {
 
@@ -84,6 +87,7 @@ LONG WINAPI MapiInit() {
     const std::u16string path = standin::environment(standin::MailboxVariable);
     helper().mailbox = simulator::readMailbox(standin::readFile(path), standin::toUtf8(path));
     helper().initialized = true;
+    standin::worker.start();
   });
   return helper().initialized ? 0 : NoMailbox;
 }

@@ -15,7 +15,8 @@ inline constexpr wchar_t MailboxVariable[] = L"VELNOR_STANDIN_MAILBOX";
 /// level and text.
 inline constexpr wchar_t LogVariable[] = L"VELNOR_STANDIN_LOG";
 
-/// Each stand-in exports this name, by which it can be told from the maker's library.
+/// Each stand-in exports this function, by which it can be told from the maker's library. It ends
+/// the library's thread, as the end of the process does.
 inline constexpr char StandinMark[] = "VelnorStandin";
 
 /// Empty for a variable that is not set.

@@ -32,6 +32,16 @@ std::u16string loggingTarget() {
 
 }  // namespace
 
+void endLibraries() {
+  for (const wchar_t* name : {L"k9tlogvb.dll", L"cxmapihlp.dll"}) {
+    const HMODULE library = GetModuleHandleW(name);
+    auto* const mark = library ? GetProcAddress(library, StandinMark) : nullptr;
+    if (!mark) continue;
+    reinterpret_cast<void (*)()>(reinterpret_cast<void*>(mark))();
+    while (GetModuleHandleW(name) == library) FreeLibrary(library);
+  }
+}
+
 std::u16string programFolder() {
   wchar_t path[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, path, MAX_PATH);

@@ -36,6 +36,10 @@ class Libraries {
   Place mapiHelper_;
 };
 
+/// What the end of Outlook's process does to the stand-ins that are still loaded: their threads end
+/// and they go.
+void endLibraries();
+
 /// The folder of this program, without a backslash at its end.
 std::u16string programFolder();
 

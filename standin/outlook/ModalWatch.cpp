@@ -56,6 +56,15 @@ HWND menuOwner(HWND menuWindow) {
   return menuWindow;
 }
 
+/// What is wrong with the way in which a box came up.
+std::u16string remarkOn(HWND box) {
+  for (const HWND window : visibleWindows()) {
+    if (window != box && IsWindowEnabled(window) && classOf(window) != windows::utf16(MenuClass))
+      return u" [another window can be used]";
+  }
+  return GetForegroundWindow() == box ? u"" : u" [behind]";
+}
+
 }  // namespace
 
 ModalWatch::ModalWatch(Answers answers) : answers_(std::move(answers)) {
@@ -119,7 +128,7 @@ void ModalWatch::answerBox(HWND box) {
   std::u16string text(static_cast<std::size_t>(GetWindowTextLengthW(label)) + 1, u'\0');
   GetWindowTextW(label, reinterpret_cast<wchar_t*>(text.data()), static_cast<int>(text.size()));
   text.resize(text.find(u'\0'));
-  answers_.box(text);
+  answers_.box(text + remarkOn(box));
   PostMessageW(box, WM_COMMAND, IDOK, 0);
 }
 

@@ -19,7 +19,8 @@ class ModalWatch {
   struct Answers {
     /// The id of the entry to choose, or nothing. May let messages be delivered meanwhile.
     std::function<std::optional<int>(const std::vector<platform::PopupEntry>&)> menu;
-    /// Called while the box is up.
+    /// Called while the box is up, with its text, and behind that a remark in brackets on one that
+    /// is not modal to the whole thread or not in front.
     std::function<void(std::u16string_view)> box;
   };
 

@@ -1,7 +1,9 @@
 #include "standin/outlook/Session.h"
 
+#include <stdexcept>
 #include <utility>
 
+#include "standin/outlook/Libraries.h"
 #include "windows/com/Bstr.h"
 #include "windows/com/api.h"
 
@@ -20,6 +22,14 @@ std::optional<platform::LocalTime> parseDate(std::u16string_view text) {
 }
 
 }  // namespace
+
+FrameWindow::FrameWindow()
+    : window_(CreateWindowExW(WS_EX_TOOLWINDOW, L"STATIC", nullptr, WS_POPUP | WS_VISIBLE, 0, 0, 0,
+                              0, nullptr, nullptr, nullptr, nullptr)) {}
+
+FrameWindow::~FrameWindow() {
+  DestroyWindow(window_);
+}
 
 Session::Session(simulator::Mailbox mailbox, std::u16string progId)
     : mailbox_(std::move(mailbox)),
@@ -52,6 +62,7 @@ void Session::start(simulator::OutlookOptions options) {
   services.clipboard = [this] { return pictures_.fromClipboard(); };
   services.parseDate = parseDate;
   problem_.clear();
+  while (windows_.size() < 2) windows_.emplace_back();
   host_ = std::make_unique<simulator::OutlookHost>(mailbox_, std::move(options), bars_, boundary_,
                                                    std::move(services));
   if (entry_.loadsAtStart()) {
@@ -76,8 +87,15 @@ void Session::quit() {
 
 void Session::settle() {
   if (!host_ || host_->running()) return;
+  // The end of the message loop is on its way already when the add-in is released.
+  PostQuitMessage(0);
   dropAddin();
+  MSG message;
+  const bool ends = PeekMessageW(&message, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
   host_.reset();
+  windows_.clear();
+  endLibraries();
+  if (!ends) throw std::runtime_error("Outlook stays, without a window: its end was taken away");
 }
 
 void Session::click(int window, const std::u16string& button, bool ribbon) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <list>
 #include <memory>
 #include <string>
 #include <utility>
@@ -14,6 +15,18 @@
 #include "windows/services/Registry.h"
 
 namespace standin {
+
+/// A window of Outlook's as the system sees it: visible, but without extent.
+class FrameWindow {
+ public:
+  FrameWindow();
+  ~FrameWindow();
+  FrameWindow(const FrameWindow&) = delete;
+  FrameWindow& operator=(const FrameWindow&) = delete;
+
+ private:
+  HWND window_;
+};
 
 /// The simulated Outlook with the add-in that is registered on this machine. Mailbox and bars stay
 /// from one run of Outlook to the next.
@@ -70,6 +83,8 @@ class Session {
   HostPictures pictures_;
   std::unique_ptr<ComAddin> addin_;
   std::unique_ptr<simulator::OutlookHost> host_;
+  /// Two: a message box must keep the user from all of them.
+  std::list<FrameWindow> windows_;
   std::u16string problem_;
   std::function<void(const Click&)> beforeClick_;
   const Click* clicking_ = nullptr;

@@ -18,9 +18,10 @@ class LoggingLibrary : public platform::LoggingLibrary {
   std::int32_t write(std::int32_t index, std::int32_t level, std::u16string_view text) override;
 
  private:
-  /// Kept in memory, so that the bare name finds it.
-  std::unique_ptr<Library> fullPath_;
-  Library library_{"k9tlogvb.dll", Library::AtEnd::Keep};
+  Library& library();
+
+  /// The one that was loaded from its full path.
+  std::unique_ptr<Library> library_;
 };
 
 }  // namespace windows

@@ -362,10 +362,17 @@ std::int32_t errorNumber(const std::function<void()>& step) {
   return 0;
 }
 
-TEST(LoggingLibraryTest, IsBoundByNameAtTheFirstCall) {
+std::u16string folderOfProgram() {
+  wchar_t path[MAX_PATH] = {};
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  const auto text = utf16(path);
+  return std::u16string(text.substr(0, text.rfind(u'\\') + 1));
+}
+
+TEST(LoggingLibraryTest, IsBoundAtTheFirstCall) {
   const UINT before = SetErrorMode(0);
   LoggingLibrary library;
-  library.load(u"C:\\nowhere\\K9tLogVB.dll");
+  library.load(folderOfProgram() + u"K9tLogVB.dll");
   const auto create = [&](std::int32_t index) {
     return library.createLogger(index, u"Velnor", u"AddinOutlookToolbar", 7, 3, 35328, 1);
   };
@@ -381,7 +388,7 @@ TEST(LoggingLibraryTest, IsBoundByNameAtTheFirstCall) {
 }
 
 TEST(LibraryTest, OnlyTheMakersStay) {
-  { LoggingLibrary().load(u"k9tlogvb.dll"); }
+  { LoggingLibrary().load(folderOfProgram() + u"k9tlogvb.dll"); }
   { MapiHelper().init(); }
   { EXPECT_TRUE(Library("msimg32.dll").load()); }
   EXPECT_TRUE(GetModuleHandleA("k9tlogvb.dll"));
@@ -411,6 +418,10 @@ TEST(MapiHelperTest, TakesTextsAndListsBack) {
 }
 
 TEST(LibraryTest, IsMissedAtTheCallOnly) {
+  LoggingLibrary logging;
+  EXPECT_EQ(errorNumber([&] { logging.write(0, 3, u""); }), 53);
+  logging.load(u"C:\\nowhere\\K9tLogVB.dll");
+  EXPECT_EQ(errorNumber([&] { logging.write(0, 3, u""); }), 53);
   Library library("no such library.dll");
   EXPECT_EQ(errorNumber([&] { library.require<void()>("Function"); }), 53);
   EXPECT_EQ(library.find<void()>("Function"), nullptr);

@@ -86,18 +86,21 @@ TEST_F(ModalTest, TimePassesBehindAnOpenMenuAndItIsAskedForOnce) {
 }
 
 TEST_F(ModalTest, BoxIsReadAndClosedAlsoWhileAMenuIsOpen) {
+  constexpr UINT Modal = MB_OK | MB_TASKMODAL | MB_SETFOREGROUND;
   std::vector<std::u16string> boxes;
   const ModalWatch watch({[&](const auto&) -> std::optional<int> {
-                            MessageBoxW(nullptr, L"Inner \u00fc", L"Title", MB_OK);
+                            MessageBoxW(nullptr, L"Inner \u00fc", L"Title", Modal);
                             return 101;
                           },
                           [&](std::u16string_view text) { boxes.emplace_back(text); }});
-  EXPECT_EQ(MessageBoxW(nullptr, L"Cannot start.\nRe-install.", L"Title", MB_OK), IDOK);
+  EXPECT_EQ(MessageBoxW(nullptr, L"Cannot start.\nRe-install.", L"Title", Modal), IDOK);
+  EXPECT_EQ(MessageBoxW(nullptr, L"Not modal.", L"Title", MB_OK), IDOK);
   // A box that comes up takes the menu away.
   track();
-  ASSERT_EQ(boxes.size(), 2u);
+  ASSERT_EQ(boxes.size(), 3u);
   EXPECT_TRUE(boxes[0] == u"Cannot start.\nRe-install.");
-  EXPECT_TRUE(boxes[1] == u"Inner \u00fc");
+  EXPECT_TRUE(boxes[1] == u"Not modal. [another window can be used]");
+  EXPECT_TRUE(boxes[2] == u"Inner \u00fc");
 }
 
 TEST(Pace, WaitsAddUpWithoutTheTimeBetweenThem) {
