@@ -81,14 +81,17 @@ query "INSERT INTO \`AppSearch\` (\`Property\`, \`Signature_\`) VALUES ('OUTLOOK
 query "UPDATE \`InstallExecuteSequence\` SET \`Sequence\` = 6700 WHERE \`Action\` = 'RemoveExistingProducts'"
 
 # A file without a version here would be judged by its hash or its age, and might be kept or lost in
-# an upgrade.
-for file in "$@"; do
-  file=$(basename "$file")
-  numbers=$(file_version "$file")
+# an upgrade. A long name goes with a short one.
+while IFS=$'\t' read -r id _ name _; do
+  name=${name##*|}
+  short=$name
+  [[ $name =~ ^[^.]{1,8}(\.[^.]{1,3})?$ ]] || short=${name:0:6}~1.${name##*.}
+  [ "$short" = "$name" ] || query "UPDATE \`File\` SET \`FileName\` = '${short^^}|$name' WHERE \`File\` = '$id'"
+  numbers=$(file_version "$name")
   [ -n "$numbers" ] || continue
-  query "UPDATE \`File\` SET \`Version\` = '$numbers', \`Language\` = '1033' WHERE \`File\` = '$file'"
-  query "DELETE FROM \`MsiFileHash\` WHERE \`File_\` = '$file'"
-done
+  query "UPDATE \`File\` SET \`Version\` = '$numbers', \`Language\` = '1033' WHERE \`File\` = '$id'"
+  query "DELETE FROM \`MsiFileHash\` WHERE \`File_\` = '$id'"
+done < <(msiinfo export addin.msi File | tail -n +4)
 query "UPDATE \`Directory\` SET \`DefaultDir\` = 'VELNOR|Velnor Outlook AddIn' WHERE \`Directory\` = 'INSTALLFOLDER'"
 quietly msibuild addin.msi -s "Velnor Outlook AddIn ${version%.*}" K9T 'Intel;1033' "{$package}"
 

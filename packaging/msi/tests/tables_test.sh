@@ -23,9 +23,10 @@ column() { awk -F'\t' -v n="$1" '{print $n}'; }
 version=$(file_version "$1")
 expect "ProductVersion" "${version%.*}" "$(rows Property | awk -F'\t' '$1 == "ProductVersion" {print $2}')"
 for file in "$@"; do
-  expect "version, language and hash of $(basename "$file")" "$(file_version "$file") 1033 0" \
-    "$(rows File | awk -F'\t' -v f="$(basename "$file")" '$1 == f {printf "%s %s", $5, $6}') $(
-      rows MsiFileHash | grep -c "^$(basename "$file")")"
+  expect "version, language and hashes of $(basename "$file")" "$(file_version "$file") 1033 0" \
+    "$(rows File | grep -E "(\||	)$(basename "$file")	" | while IFS=$'\t' read -r id _ _ _ version language _; do
+      printf '%s %s %s' "$version" "$language" "$(rows MsiFileHash | grep -c "^$id	")"
+    done)"
 done
 expect "files" "$#" "$(rows File | wc -l)"
 
