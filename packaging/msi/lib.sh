@@ -31,3 +31,17 @@ registry_lines() {
       print "$key|$name|$value\n"; }' | LC_ALL=C sort -u
   rm -f "$file"
 }
+
+# registry_news BEFORE AFTER: the lines of a file of such lines that another has not, but for keys that
+# only hold other keys.
+registry_news() {
+  LC_ALL=C comm -13 "$1" "$2" | perl -e '
+    my @lines = <>;
+    my %filled;
+    for (@lines) {
+      my ($key) = /^([^|]*)/;
+      $filled{$key} = 1 unless /\|\|$/;
+      $filled{$key} = 1 while $key =~ s/\\[^\\]*$//;
+    }
+    for (@lines) { print unless /^(.*)\|\|$/ && $filled{$1}; }'
+}

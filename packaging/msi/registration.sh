@@ -6,20 +6,13 @@
 set -euo pipefail
 # shellcheck source=packaging/msi/lib.sh
 . "$(dirname "$0")/lib.sh"
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
 dll=$(winepath -w "$1" 2>/dev/null)
 wine regsvr32 /u /s "$dll" || true
-before=$(registry_lines)
+registry_lines >"$work/before"
 wine regsvr32 /s "$dll"
-after=$(registry_lines)
+registry_lines >"$work/after"
 wine regsvr32 /u /s "$dll"
-# A key without values counts only where nothing stands below it.
-LC_ALL=C comm -13 <(printf '%s\n' "$before") <(printf '%s\n' "$after") |
-  DLL=$dll FOLDER=${dll%\\*} perl -e '
-    my @lines = <>;
-    for my $line (@lines) {
-      my ($key) = $line =~ /^([^|]*)/;
-      next if $line =~ /\|\|$/ && 1 < grep { /^\Q$key\E[|\\]/ } @lines;
-      $line =~ s/\|\Q$ENV{DLL}\E$/|{dll}/i;
-      $line =~ s/\|\Q$ENV{FOLDER}\E\\?$/|{folder}/i;
-      print $line;
-    }'
+registry_news "$work/before" "$work/after" | DLL=$dll FOLDER=${dll%\\*} perl -pe '
+  s/\|\Q$ENV{DLL}\E$/|{dll}/i; s/\|\Q$ENV{FOLDER}\E\\?$/|{folder}/i;'
