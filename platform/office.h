@@ -46,6 +46,10 @@ class CommandBarControl : public automation::View {
   void setStyle(ButtonStyle value) const {
     object().put(u"Style", static_cast<std::int32_t>(value));
   }
+  /// Office 2002 and later; earlier ones raise error 438.
+  void setPicture(const automation::Object& value) const { object().put(u"Picture", value); }
+  /// Only after the picture, and of its size.
+  void setMask(const automation::Object& value) const { object().put(u"Mask", value); }
   /// Takes the button's picture from the clipboard.
   void pasteFace() const { object().call(u"PasteFace"); }
   /// `Delete`.

@@ -5,13 +5,15 @@
 #
 #   scripts/windows-screenshots.sh [FOLDER]      by default build/screenshots
 #
-# BUILD_WINDOWS names the build folder, LANGUAGES the languages: de en fr it es pt.
+# BUILD_WINDOWS names the build folder, LANGUAGES the languages: de en fr it es pt, SCHEME the colours:
+# grey (Windows 2000's, unless told otherwise), blue (Outlook 2003's) or black (high contrast).
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 # shellcheck disable=SC1091
 . "$root/scripts/windows-machine.sh"
 pictures=${1:-$root/build/screenshots}
 languages=${LANGUAGES:-en de}
+scheme=${SCHEME:-grey}
 cxol_built
 
 if [ -z "${CXOL_SCREEN:-}" ]; then
@@ -25,6 +27,23 @@ work=$root/build/screen
 export CXOL_WINE_GRAPHICS=x11
 cxol_machine "$work"
 cd "$work/bin"
+
+case $scheme in
+  grey) face="212 208 200" window="255 255 255" text="0 0 0" ;;
+  blue) face="158 190 245" window="255 255 255" text="0 0 0" ;;
+  black) face="0 0 0" window="0 0 0" text="255 255 255" ;;
+  *)
+    echo "SCHEME is grey, blue or black, not $scheme" >&2
+    exit 1
+    ;;
+esac
+colour() {
+  wine reg add 'HKCU\Control Panel\Colors' /v "$1" /d "$2" /f </dev/null >/dev/null 2>&1
+}
+colour ButtonFace "$face"
+colour Window "$window"
+colour ButtonText "$text"
+colour WindowText "$text"
 
 # A comment "picture NAME" asks for a picture during the wait that follows it.
 scenario() {

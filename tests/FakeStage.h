@@ -130,6 +130,11 @@ class FakeStage : public Stage {
   }
   void setLoggingLibrary(bool) override { did("library"); }
   void setMapiHelper(HelperState state) override { did("mapi", std::to_string(int(state))); }
+  void copy(std::u16string_view text) override { did("copy", text); }
+  void watchClipboard(std::uint32_t milliseconds) override {
+    did("watch", std::to_string(milliseconds));
+  }
+  std::u16string copied() override { return u"text"; }
   void setTime(int hour, int minute, int second) override {
     did("time", std::to_string(hour) + " " + std::to_string(minute) + " " + std::to_string(second));
   }

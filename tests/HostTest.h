@@ -119,6 +119,9 @@ class HostTest : public testing::Test {
     options.wordIsMailEditor = word;
     OutlookServices services;
     services.clipboard = [this] { return clipboard; };
+    services.face = [](const Object& picture, const Object& mask) {
+      return picture.get(u"Name").toText() + (mask ? u" in a mask" : u"");
+    };
     services.parseDate = [](std::u16string_view text) -> std::optional<platform::LocalTime> {
       if (text != u"3/14/2008") return std::nullopt;
       return platform::LocalTime{2008, 3, 14};
@@ -174,7 +177,7 @@ class HostTest : public testing::Test {
   Boundary boundary;
   Texts log;
   RecordingAddin addin{log};
-  Object clipboard;
+  std::u16string clipboard;
   std::unique_ptr<OutlookHost> host;
 };
 

@@ -239,12 +239,11 @@ TEST_F(CommandsTest, APictureThatFailsTwiceLeavesTheButtonAsItWas) {
   world.addContact(u"Meier");
   for (const auto& [failures, picture, error] :
        {std::tuple{1, u"dial", false}, std::tuple{2, u"", true}}) {
-    world.machine.pictures.failClipboard(failures);
     open(u"Meier");
     world.host->close(window);
     world.bars.inspectors.clear();
     world.forget();
-    world.machine.pictures.failClipboard(failures);
+    world.machine.pictures.failOverlays(failures);
     window = world.host->openItem(u"Meier");
     EXPECT_EQ(world.control(window, u"CxBtDial").picture, picture);
     EXPECT_EQ(world.control(window, u"CxBtDrop").picture, u"drop");
@@ -256,6 +255,41 @@ TEST_F(CommandsTest, APictureThatFailsTwiceLeavesTheButtonAsItWas) {
         error);
     world.host->close(window);
     world.bars.inspectors.clear();
+  }
+}
+
+// Outlook 2000 takes faces from the clipboard only, which others watch; later versions leave it
+// alone.
+TEST_F(CommandsTest, NoButtonStaysBlankBesideAWatchedClipboard) {
+  const struct {
+    const char16_t* version;
+    std::uint32_t held;
+    int failures;
+    const char16_t* copied;
+    std::size_t warnings;
+  } rows[] = {{u"9.0.0.3821", 0, 0, u"", 0},      {u"9.0.0.3821", 5, 0, u"", 0},
+              {u"9.0.0.3821", 30, 0, u"", 0},     {u"9.0.0.3821", 100, 0, u"", 0},
+              {u"9.0.0.3821", 30, 1, u"", 1},     {u"10.0.2627", 100, 9, u"a text", 0},
+              {u"11.0.5608", 0, 9, u"a text", 0}, {u"12.0.4518.1014", 600'000, 0, u"a text", 0}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::Message() << row.held << " ms, warnings " << row.warnings);
+    world.machine.pictures.copy(u"a text");
+    world.machine.pictures.watchClipboard(row.held);
+    world.machine.pictures.failClipboard(row.failures);
+    world.start(row.version);
+    world.machine.advance(21'000);
+    for (const char16_t* name : {u"Dial", u"Drop", u"Velnor", u"Action"}) {
+      auto picture = std::u16string(name);
+      picture[0] = static_cast<char16_t>(picture[0] - u'A' + u'a');
+      EXPECT_EQ(world.control(1, u"CxBt" + std::u16string(name)).picture, picture);
+    }
+    EXPECT_EQ(world.machine.pictures.copied(), row.copied);
+    EXPECT_EQ(world.count(u"Warning: SetButtonImage failed: 'dial', try again one more time."),
+              row.warnings);
+    world.stop();
+    world.bars.explorers.clear();
+    world.forget();
+    world.machine.pictures.failClipboard(0);
   }
 }
 

@@ -114,9 +114,19 @@ TEST_F(BarsTest, BarsRaiseWhatOfficeRaises) {
   EXPECT_EQ(errorOf([&] { button.text(); }), 438);
   EXPECT_EQ(errorOf([&] { edit.pasteFace(); }), 438);
   EXPECT_EQ(errorOf([&] { button.pasteFace(); }), 440) << "nothing on the clipboard";
-  clipboard = std::make_shared<Picture>()->handle();
+  clipboard = u"pasted";
   button.pasteFace();
-  EXPECT_EQ(view(1).bars[1].controls[0].picture, u"a face");
+  const auto face = [&] { return view(1).bars[1].controls[0].picture; };
+  EXPECT_EQ(face(), u"pasted");
+  const Object picture = std::make_shared<Picture>()->handle();
+  EXPECT_EQ(errorOf([&] { button.setMask(picture); }), 5) << "a mask without a picture";
+  EXPECT_EQ(errorOf([&] { edit.setPicture(picture); }), 438);
+  EXPECT_EQ(errorOf([&] { button.setPicture({}); }), 5);
+  button.setPicture(picture);
+  EXPECT_EQ(face(), u"a face");
+  EXPECT_EQ(errorOf([&] { button.setMask({}); }), 5);
+  button.setMask(picture);
+  EXPECT_EQ(face(), u"a face in a mask");
   EXPECT_FALSE(all.item(u"Bar").findControl(u"missing"));
 
   EXPECT_EQ(errorOf(addTo(u"Stubborn")), 440);

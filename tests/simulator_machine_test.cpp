@@ -217,23 +217,49 @@ TEST_F(SimulatedMachineTest, APersonChoosesOnlyWhatAMenuOffers) {
   EXPECT_EQ(machine.screen.messageBoxes(), Texts{u"Hallo"});
 }
 
-TEST_F(SimulatedMachineTest, PicturesGoOverTheClipboard) {
+TEST_F(SimulatedMachineTest, FacesGoOverTheClipboard) {
   machine.pictures.failOverlays(1);
   EXPECT_NE(errorOf([&] { on.pictures.overlay(u"dial", u"blank"); }), 0);
-  const automation::Object picture = on.pictures.overlay(u"dial", u"blank");
-  EXPECT_EQ(picture.typeName(), u"Picture");
+  const platform::Face face = on.pictures.overlay(u"dial", u"blank");
+  EXPECT_EQ(face.picture.typeName(), u"Picture");
+  machine.pictures.copy(u"a text");
   machine.pictures.failClipboard(1);
-  EXPECT_NE(errorOf([&] { on.pictures.setClipboard(picture); }), 0);
-  EXPECT_EQ(machine.pictures.clipboardName(), u"");
-  on.pictures.setClipboard(picture);
-  EXPECT_EQ(machine.pictures.clipboardName(), u"dial");
-  on.pictures.clearClipboard();
-  EXPECT_FALSE(machine.pictures.clipboardPicture());
+  EXPECT_EQ(errorOf([&] { on.pictures.setClipboard(face); }), 521);
+  EXPECT_EQ(machine.pictures.clipboardFace(), u"");
+  EXPECT_EQ(machine.pictures.copied(), u"a text");
+  on.pictures.setClipboard(face);
+  EXPECT_EQ(machine.pictures.clipboardFace(), u"dial");
+  EXPECT_EQ(machine.pictures.copied(), u"");
+  on.pictures.setClipboard({face.picture, {}});
+  EXPECT_EQ(machine.pictures.clipboardFace(), u"dial on a square");
+  const auto other = on.pictures.overlay(u"drop", u"blank");
+  EXPECT_EQ(errorOf([&] { on.pictures.setClipboard({face.picture, other.mask}); }), 5);
 
   EXPECT_EQ(on.pictures.icon(102).get(u"Name").toText(), u"icon 102");
   EXPECT_NE(errorOf([&] { on.pictures.icon(104); }), 0);
   EXPECT_NE(errorOf([&] { on.pictures.overlay(u"dail", u"blank"); }), 0);
   EXPECT_NE(errorOf([&] { on.pictures.overlay(u"dial", u"white"); }), 0);
+}
+
+TEST_F(SimulatedMachineTest, TheClipboardIsWaitedForAndNotForEver) {
+  const platform::Face face = on.pictures.overlay(u"dial", u"blank");
+  EXPECT_FALSE(on.pictures.awaitClipboard());
+  const struct {
+    std::uint32_t held;
+    std::int64_t waited;
+    std::int32_t error;
+  } rows[] = {{5, 20, 0}, {20, 20, 0}, {100, 100, 0}, {480, 480, 0}, {481, 480, 521}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.held);
+    machine.pictures.watchClipboard(row.held);
+    on.pictures.setClipboard(face);
+    EXPECT_EQ(machine.pictures.clipboardFace(), u"") << "taken";
+    machine.pictures.watchClipboard(0);
+    const auto before = platform::serialMilliseconds(machine.clock.now());
+    EXPECT_EQ(errorOf([&] { on.pictures.setClipboard(face); }), row.error);
+    EXPECT_EQ(platform::serialMilliseconds(machine.clock.now()) - before, row.waited);
+    EXPECT_EQ(on.pictures.awaitClipboard(), row.error != 0);
+  }
 }
 
 // ---- The maker's libraries.

@@ -14,7 +14,7 @@ Machine::Machine(Boundary& boundary)
       processes(boundary, client),
       objects(boundary, client),
       screen(boundary),
-      pictures(boundary),
+      pictures(boundary, uptime_),
       loggingLibrary(boundary),
       mapiHelper(boundary) {
   registry.setString(RegistryRoot::CurrentUser,

@@ -36,6 +36,10 @@ automation::Object picture(std::u16string name) {
   return std::make_shared<SimPicture>(std::move(name))->handle();
 }
 
+std::u16string maskOf(std::u16string_view name) {
+  return u"mask of " + std::u16string(name);
+}
+
 /// Whether one of the failures that were asked for is due; it is used up then.
 bool fails(int& failures) {
   if (failures == 0) return false;
@@ -51,7 +55,7 @@ automation::Object SimPictures::icon(std::int32_t id) {
   return boundary_.out(picture(u"icon " + automation::int32Text(id)));
 }
 
-automation::Object SimPictures::overlay(std::u16string_view name, std::u16string_view background) {
+platform::Face SimPictures::overlay(std::u16string_view name, std::u16string_view background) {
   boundary_.service(u"Pictures", u"overlay");
   if (fails(overlayFailures_)) throw Error(ErrorNumber::OutOfMemory);
   for (const std::u16string_view wanted : {name, background}) {
@@ -61,27 +65,48 @@ automation::Object SimPictures::overlay(std::u16string_view name, std::u16string
   }
   std::u16string drawn(name);
   if (background != Blank) (drawn += u" over ") += background;
-  return boundary_.out(picture(std::move(drawn)));
+  return {boundary_.out(picture(drawn)), boundary_.out(picture(maskOf(drawn)))};
 }
 
-void SimPictures::clearClipboard() {
-  boundary_.service(u"Pictures", u"clearClipboard");
-  clipboard_ = {};
-}
-
-void SimPictures::setClipboard(const automation::Object& given) {
+void SimPictures::setClipboard(const platform::Face& face) {
   boundary_.service(u"Pictures", u"setClipboard");
-  if (fails(clipboardFailures_)) throw Error(521, u"Can't open Clipboard");
-  if (!given) throw Error(ErrorNumber::ObjectNotSet);
-  automation::Object inner = Boundary::in(given);
-  if (!std::dynamic_pointer_cast<SimPicture>(inner.dispatch())) {
+  if (fails(clipboardFailures_) || !open()) throw Error(521, u"Can't open Clipboard");
+  face_ = faceName(Boundary::in(face.picture), Boundary::in(face.mask));
+  copied_.clear();
+  heldUntil_ = uptime_.now() + watch_;
+}
+
+void SimPictures::copy(std::u16string_view text) {
+  copied_ = text;
+  face_.clear();
+}
+
+bool SimPictures::awaitClipboard() {
+  boundary_.service(u"Pictures", u"awaitClipboard");
+  return open() != 0;
+}
+
+std::optional<int> SimPictures::open() {
+  constexpr int Tries = 25;
+  constexpr std::uint32_t Apart = 20;
+  for (int failed = 0; failed < Tries; ++failed) {
+    if (!held()) return failed;
+    if (failed + 1 < Tries) uptime_.pass(Apart);
+  }
+  return std::nullopt;
+}
+
+std::u16string SimPictures::faceName(const automation::Object& picture,
+                                     const automation::Object& mask) {
+  if (!picture) throw Error(ErrorNumber::ObjectNotSet);
+  if (!std::dynamic_pointer_cast<SimPicture>(picture.dispatch()) ||
+      (mask && !std::dynamic_pointer_cast<SimPicture>(mask.dispatch()))) {
     throw Error(ErrorNumber::TypeMismatch);
   }
-  clipboard_ = std::move(inner);
-}
-
-std::u16string SimPictures::clipboardName() const {
-  return clipboard_ ? clipboard_.get(u"Name").toText() : std::u16string();
+  const auto name = picture.get(u"Name").toText();
+  if (!mask) return name + u" on a square";
+  if (mask.get(u"Name").toText() != maskOf(name)) throw Error(ErrorNumber::InvalidProcedureCall);
+  return name;
 }
 
 }  // namespace simulator

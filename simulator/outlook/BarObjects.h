@@ -45,6 +45,8 @@ class ControlObject : public HostObject<ControlObject> {
 
  public:
   StoredControl state;
+  /// What was set as its picture and waits for a mask.
+  automation::Object picture;
   bool gone = false;
 };
 

@@ -18,7 +18,7 @@ struct StoredControl {
   std::u16string onAction;
   std::u16string parameter;
   std::u16string text;     ///< what stands in an edit box
-  std::u16string picture;  ///< name of the pasted picture; empty for none
+  std::u16string picture;  ///< name of its face; empty for none
   office::ButtonStyle style = office::ButtonStyle::Automatic;
   std::int32_t width = 0;  ///< pixels; 0 lets Office choose
   bool beginGroup = false;

@@ -29,10 +29,25 @@ constexpr MemberRow<ControlObject> flagRow(std::u16string_view name) {
 
 Value pasteFace(ControlObject& self, Arguments) {
   self.require(office::ControlType::Button);
-  const auto picture = self.host().clipboardPicture();
-  if (!picture) throw Error(ErrorNumber::AutomationFailed);
-  self.state.picture = picture.get(u"Name").toText();
+  auto face = self.host().clipboardFace();
+  if (face.empty()) throw Error(ErrorNumber::AutomationFailed);
+  self.state.picture = std::move(face);
+  self.picture = {};
   return {};
+}
+
+void setPicture(ControlObject& self, const Value& value) {
+  self.require(office::ControlType::Button);
+  self.state.picture = self.host().faceOf(value.toObject(), {});
+  self.picture = value.toObject();
+}
+
+/// Belongs to the picture that was set before it.
+void setMask(ControlObject& self, const Value& value) {
+  self.require(office::ControlType::Button);
+  if (!value.toObject()) throw Error(ErrorNumber::InvalidProcedureCall);
+  self.state.picture = self.host().faceOf(self.picture, value.toObject());
+  self.picture = {};
 }
 
 }  // namespace
@@ -72,6 +87,8 @@ std::span<const MemberRow<ControlObject>> ControlObject::members() {
       {u"Left", [](ControlObject& self, Arguments) { return Value(self.left()); }},
       {u"Top", [](ControlObject& self, Arguments) { return Value(self.top()); }},
       {u"PasteFace", pasteFace},
+      {u"Picture", nullptr, setPicture},
+      {u"Mask", nullptr, setMask},
       {u"Delete",
        [](ControlObject& self, Arguments) {
          self.remove();

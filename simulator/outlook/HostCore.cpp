@@ -116,8 +116,15 @@ Value HostCore::createItem(outlook::ItemType type) {
   return itemObject(folder, *item);
 }
 
-automation::Object HostCore::clipboardPicture() const {
-  return services.clipboard ? Boundary::in(services.clipboard()) : automation::Object();
+std::u16string HostCore::clipboardFace() const {
+  return services.clipboard ? services.clipboard() : std::u16string();
+}
+
+std::u16string HostCore::faceOf(const automation::Object& picture,
+                                const automation::Object& mask) const {
+  if (options.version.starts_with(u"9.")) throw Error(ErrorNumber::MemberNotFound);
+  if (!picture || !services.face) throw Error(ErrorNumber::InvalidProcedureCall);
+  return services.face(Boundary::in(picture), Boundary::in(mask));
 }
 
 std::u16string HostCore::isoDate(std::u16string_view date) const {

@@ -35,7 +35,11 @@ class HostCore : public std::enable_shared_from_this<HostCore> {
   Value folderObject(MailboxFolder& folder);
   Value defaultFolder(std::int32_t type);
   Value createItem(outlook::ItemType type);
-  automation::Object clipboardPicture() const;
+  /// Empty when there is none to paste.
+  std::u16string clipboardFace() const;
+  /// The name of a face for a button. Raises an error for pictures that Office refuses; Office 2000
+  /// knows neither.
+  std::u16string faceOf(const automation::Object& picture, const automation::Object& mask) const;
   /// A date in the user's short format as the mailbox writes it.
   std::u16string isoDate(std::u16string_view date) const;
   void controlsAddHook(int window);

@@ -39,8 +39,12 @@ struct OutlookOptions {
 
 /// What Outlook uses of the machine.
 struct OutlookServices {
-  /// The picture on the clipboard, or nothing. Its member "Name" tells the pictures apart.
-  std::function<automation::Object()> clipboard;
+  /// The name of the face on the clipboard; empty when there is none or the clipboard is not free.
+  std::function<std::u16string()> clipboard;
+  /// The name of the face that a picture makes with its mask, or without one. Raises an error for
+  /// what Office refuses.
+  std::function<std::u16string(const automation::Object& picture, const automation::Object& mask)>
+      face;
   /// Reads a date in the user's short format.
   std::function<std::optional<platform::LocalTime>(std::u16string_view)> parseDate;
 };

@@ -236,6 +236,15 @@ Verdict judgeTitle(Player& player, Arguments& args, bool denied) {
   return {(window.title == wanted) != denied, "the title " + quoted(wanted), quoted(window.title)};
 }
 
+Verdict judgeClipboard(Player& player, Arguments& args, bool denied) {
+  const std::u16string wanted = args.text("what the user has copied");
+  args.end();
+  const std::u16string found = player.stage().copied();
+  return {(found == wanted) != denied,
+          std::string(denied ? "the clipboard without " : "the clipboard with ") + quoted(wanted),
+          quoted(found)};
+}
+
 Verdict judgeTelephone(Player& player, Arguments& args, bool denied) {
   const std::u16string wanted = args.text("a state of the telephone");
   args.end();
@@ -266,6 +275,7 @@ constexpr Expectation table[] = {
     {u"title", "title \"..\" [in 2]", "the title of a window", true, judgeTitle},
     {u"telephone", "[no] telephone \"connected\"", "a part of the telephone's state", true,
      judgeTelephone},
+    {u"clipboard", "[no] clipboard \"a text\"", "what the user has copied", true, judgeClipboard},
     {u"references", "references 0", "objects of Outlook and client that the add-in holds", false,
      judgeReferences},
 };

@@ -128,6 +128,18 @@ void wait(Player& player, Arguments& args) {
   player.stage().wait(takeDuration(args));
 }
 
+void copy(Player& player, Arguments& args) {
+  const std::u16string text = args.text("what the user copies");
+  args.end();
+  player.stage().copy(text);
+}
+
+void clipboard(Player& player, Arguments& args) {
+  const bool watched = args.choice({u"watched", u"free"}) == 0;
+  if (!watched) args.end();
+  player.stage().watchClipboard(watched ? takeDuration(args) : 0);
+}
+
 constexpr Command table[] = {
     {u"wait", "wait 21 | 400 ms | 3 s | 1 min", "let time pass, in seconds unless it says other",
      Actor::World, wait},
@@ -146,6 +158,10 @@ constexpr Command table[] = {
      Actor::World, bar},
     {u"library", "library present|missing", "the logging library", Actor::World, library},
     {u"mapi", "mapi present|missing|failing", "the MAPI helper", Actor::World, mapi},
+    {u"copy", "copy \"a text\"", "the user copies a text", Actor::World, copy},
+    {u"clipboard", "clipboard watched 30 ms | clipboard free",
+     "whether another program opens the clipboard for a while when something new is on it",
+     Actor::World, clipboard},
     {u"time", "time 23:59:50", "set the clock", Actor::World, time},
     {u"midnight", "midnight", "set the clock to one second before midnight", Actor::World,
      midnight},

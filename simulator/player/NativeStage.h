@@ -48,6 +48,11 @@ class NativeStage : public OutlookStage, private simulator::ScreenUser {
                    const std::optional<platform::RegistryValue>& value) override;
   void setLoggingLibrary(bool present) override { machine_.loggingLibrary.setPresent(present); }
   void setMapiHelper(HelperState state) override;
+  void copy(std::u16string_view text) override { machine_.pictures.copy(text); }
+  void watchClipboard(std::uint32_t milliseconds) override {
+    machine_.pictures.watchClipboard(milliseconds);
+  }
+  std::u16string copied() override { return machine_.pictures.copied(); }
   void setTime(int hour, int minute, int second) override;
   void wait(std::uint32_t milliseconds) override { machine_.advance(milliseconds); }
 

@@ -194,12 +194,18 @@ class Stage {
                            const std::optional<platform::RegistryValue>& value) = 0;
   virtual void setLoggingLibrary(bool present) = 0;
   virtual void setMapiHelper(HelperState state) = 0;
+  /// The user copies a text.
+  virtual void copy(std::u16string_view text) = 0;
+  /// Another program opens the clipboard for so long whenever something new is on it; 0 for none.
+  virtual void watchClipboard(std::uint32_t milliseconds) = 0;
   virtual void setTime(int hour, int minute, int second) = 0;
   /// Lets time pass; timers tick and messages are delivered meanwhile.
   virtual void wait(std::uint32_t milliseconds) = 0;
 
   // What can be seen.
   virtual Snapshot snapshot() = 0;
+  /// What the user has copied; empty when something else has taken its place.
+  virtual std::u16string copied() = 0;
   virtual std::vector<std::u16string> folders() = 0;
   virtual std::vector<ItemEntry> items(std::u16string_view folder) = 0;
   /// Objects and subscriptions that the add-in holds at this moment.

@@ -6,11 +6,13 @@
 
 namespace simulator {
 
-/// What an Outlook on the simulated machine takes from it: the clipboard and the language's dates.
+/// What an Outlook on the simulated machine takes from it: pictures, the clipboard and the
+/// language's dates.
 /// The machine must outlive it.
 inline OutlookServices hostServices(Machine& machine) {
   OutlookServices services;
-  services.clipboard = [&machine] { return machine.pictures.clipboardPicture(); };
+  services.clipboard = [&machine] { return machine.pictures.clipboardFace(); };
+  services.face = SimPictures::faceName;
   services.parseDate = [&machine](std::u16string_view text) {
     return parseShortDate(machine.language.langId(), text);
   };

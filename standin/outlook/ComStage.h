@@ -44,6 +44,11 @@ class ComStage : public scenario::OutlookStage {
                    const std::optional<platform::RegistryValue>& value) override;
   void setLoggingLibrary(bool present) override;
   void setMapiHelper(scenario::HelperState state) override;
+  void copy(std::u16string_view text) override { copyText(text); }
+  void watchClipboard(std::uint32_t milliseconds) override {
+    session_.watchClipboard(milliseconds);
+  }
+  std::u16string copied() override { return copiedText(); }
   /// The machine's clock is not for a scenario to set.
   void setTime(int hour, int minute, int second) override;
   void wait(std::uint32_t milliseconds) override;

@@ -16,7 +16,9 @@ namespace {
 
 constexpr std::u16string_view Faces[] = {u"dial", u"drop", u"velnor", u"action", u"transfer"};
 constexpr std::int32_t Icons[] = {101, 102, 103};
-constexpr int IconSide = 32;
+/// Those that the icons are drawn in.
+constexpr int IconSides[] = {16, 24, 32, 48};
+constexpr int FaceSide = 16;
 
 class NamedPicture : public simulator::TableObject<NamedPicture> {
  public:
@@ -39,7 +41,7 @@ SIZE sizeOf(HBITMAP bitmap) {
   return {data.bmWidth, data.bmHeight};
 }
 
-/// Draws on a new bitmap of this size with the colour of a button's face.
+/// Draws on a new bitmap of this size and the ground's colour.
 template <class Draw>
 HBITMAP drawn(SIZE size, Draw&& draw) {
   const HDC screen = GetDC(nullptr);
@@ -48,22 +50,13 @@ HBITMAP drawn(SIZE size, Draw&& draw) {
   ReleaseDC(nullptr, screen);
   const HGDIOBJ old = SelectObject(canvas, bitmap);
   const RECT all{0, 0, size.cx, size.cy};
-  FillRect(canvas, &all, GetSysColorBrush(COLOR_BTNFACE));
+  const HBRUSH ground = CreateSolidBrush(HostPictures::Ground);
+  FillRect(canvas, &all, ground);
+  DeleteObject(ground);
   draw(canvas);
   SelectObject(canvas, old);
   DeleteDC(canvas);
   return bitmap;
-}
-
-HBITMAP copyOf(HBITMAP bitmap) {
-  const SIZE size = sizeOf(bitmap);
-  return drawn(size, [&](HDC canvas) {
-    const HDC source = CreateCompatibleDC(canvas);
-    const HGDIOBJ old = SelectObject(source, bitmap);
-    BitBlt(canvas, 0, 0, size.cx, size.cy, source, 0, 0, SRCCOPY);
-    SelectObject(source, old);
-    DeleteDC(source);
-  });
 }
 
 /// Colours row by row, without what the fourth byte holds.
@@ -84,20 +77,54 @@ std::vector<std::uint32_t> pixelsOf(HBITMAP bitmap, SIZE size) {
   return pixels;
 }
 
-/// What a COM picture shows, as a new bitmap; null for an empty picture and other objects.
-HBITMAP bitmapOf(const automation::Object& object) {
+/// The picture where the mask is black; all of it without one.
+HBITMAP faceOf(HBITMAP picture, HBITMAP mask) {
+  const SIZE size = sizeOf(picture);
+  const auto colours = pixelsOf(picture, size);
+  const auto cover = mask ? pixelsOf(mask, size) : std::vector<std::uint32_t>(colours.size());
+  return drawn(size, [&](HDC canvas) {
+    for (std::size_t i = 0; i < colours.size(); ++i) {
+      const std::uint32_t c = colours[i];
+      if (cover[i] == 0)
+        SetPixel(canvas, static_cast<int>(i) % size.cx, static_cast<int>(i) / size.cx,
+                 RGB(c >> 16 & 0xFF, c >> 8 & 0xFF, c & 0xFF));
+    }
+  });
+}
+
+HBITMAP drawnIcon(HICON icon) {
+  ICONINFO info{};
+  if (!GetIconInfo(icon, &info)) return nullptr;
+  const SIZE size = sizeOf(info.hbmColor);
+  DeleteObject(info.hbmColor);
+  DeleteObject(info.hbmMask);
+  return drawn(size, [&](HDC canvas) {
+    DrawIconEx(canvas, 0, 0, icon, size.cx, size.cy, 0, nullptr, DI_NORMAL);
+  });
+}
+
+/// The handle of a COM picture of this kind; null for any other object.
+HANDLE handleOf(const automation::Object& object, SHORT kind) {
   const auto picture = windows::dispatchOf(object).as<IPicture>();
   SHORT type = PICTYPE_NONE;
   OLE_HANDLE handle = 0;
-  if (!picture || FAILED(picture->get_Type(&type)) || FAILED(picture->get_Handle(&handle)))
+  if (!picture || FAILED(picture->get_Type(&type)) || type != kind ||
+      FAILED(picture->get_Handle(&handle)))
     return nullptr;
-  const auto pointer = static_cast<UINT_PTR>(handle);
-  if (type == PICTYPE_BITMAP) return copyOf(reinterpret_cast<HBITMAP>(pointer));
-  if (type != PICTYPE_ICON) return nullptr;
-  return drawn({IconSide, IconSide}, [&](HDC canvas) {
-    DrawIconEx(canvas, 0, 0, reinterpret_cast<HICON>(pointer), IconSide, IconSide, 0, nullptr,
-               DI_NORMAL);
-  });
+  return reinterpret_cast<HANDLE>(static_cast<UINT_PTR>(handle));
+}
+
+/// A new bitmap of a registered format's data on the open clipboard; null when it is not there.
+HBITMAP unpacked(const wchar_t* format) {
+  const HANDLE memory = GetClipboardData(RegisterClipboardFormatW(format));
+  const auto* info = static_cast<const BITMAPINFO*>(memory ? GlobalLock(memory) : nullptr);
+  if (!info) return nullptr;
+  const HDC screen = GetDC(nullptr);
+  const HBITMAP bitmap =
+      CreateDIBitmap(screen, &info->bmiHeader, CBM_INIT, info->bmiColors, info, DIB_RGB_COLORS);
+  ReleaseDC(nullptr, screen);
+  GlobalUnlock(memory);
+  return bitmap;
 }
 
 /// The file of the server that the program id stands for; empty when there is none.
@@ -138,10 +165,24 @@ HostPictures::HostPictures(std::u16string_view progId) {
   const ResourceFile file(serverPath(progId));
   if (!file.module()) return;
   windows::Pictures pictures(file.module());
-  for (const std::u16string_view face : Faces)
-    known(face, bitmapOf(pictures.overlay(face, u"blank")));
-  for (const std::int32_t icon : Icons)
-    known(u"icon " + automation::int32Text(icon), bitmapOf(pictures.icon(icon)));
+  for (const std::u16string_view name : Faces) {
+    const auto face = pictures.overlay(name, u"blank");
+    const auto picture = static_cast<HBITMAP>(handleOf(face.picture, PICTYPE_BITMAP));
+    const auto mask = static_cast<HBITMAP>(handleOf(face.mask, PICTYPE_BITMAP));
+    known(name, faceOf(picture, mask));
+    known(std::u16string(name) + u" on a square", faceOf(picture, nullptr));
+  }
+  for (const std::int32_t id : Icons) {
+    for (const int side : IconSides) {
+      const auto icon = static_cast<HICON>(
+          LoadImageW(file.module(), MAKEINTRESOURCEW(id), IMAGE_ICON, side, side, 0));
+      std::u16string name = u"icon " + automation::int32Text(id);
+      if (side != GetSystemMetrics(SM_CXSMICON))
+        name += u" of " + automation::int32Text(side) + u" pixels";
+      if (icon) known(name, drawnIcon(icon));
+      if (icon) DestroyIcon(icon);
+    }
+  }
 }
 
 HostPictures::~HostPictures() {
@@ -154,35 +195,55 @@ const HostPictures::Known& HostPictures::known(std::u16string_view name, HBITMAP
   return known_.back();
 }
 
-automation::Object HostPictures::named(HBITMAP bitmap) {
+const std::u16string& HostPictures::named(HBITMAP bitmap) {
   const SIZE size = sizeOf(bitmap);
   const auto pixels = pixelsOf(bitmap, size);
   const auto same = std::ranges::find_if(known_, [&](const Known& picture) {
     return picture.size.cx == size.cx && picture.size.cy == size.cy && picture.pixels == pixels;
   });
-  std::u16string name;
-  if (same != known_.end()) {
-    DeleteObject(bitmap);
-    name = same->name;
-  } else {
-    name =
-        known(u"picture " + automation::int32Text(static_cast<std::int32_t>(known_.size())), bitmap)
-            .name;
+  if (same == known_.end()) {
+    const auto number = static_cast<std::int32_t>(known_.size());
+    return known(u"picture " + automation::int32Text(number), bitmap).name;
   }
-  return std::make_shared<NamedPicture>(std::move(name))->handle();
+  DeleteObject(bitmap);
+  return same->name;
 }
 
-automation::Object HostPictures::fromClipboard() {
+std::u16string HostPictures::fromClipboard() {
   if (!OpenClipboard(nullptr)) return {};
-  const auto bitmap = static_cast<HBITMAP>(GetClipboardData(CF_BITMAP));
-  const HBITMAP copy = bitmap ? copyOf(bitmap) : nullptr;
+  const HBITMAP picture = unpacked(L"Toolbar Button Face");
+  const HBITMAP mask = unpacked(L"Toolbar Button Mask");
+  const auto plain = static_cast<HBITMAP>(GetClipboardData(CF_BITMAP));
+  HBITMAP face = nullptr;
+  if (picture && mask)
+    face = faceOf(picture, mask);
+  else if (plain)
+    face = faceOf(plain, nullptr);
   CloseClipboard();
-  return copy ? named(copy) : automation::Object();
+  if (picture) DeleteObject(picture);
+  if (mask) DeleteObject(mask);
+  return face ? named(face) : std::u16string();
+}
+
+std::u16string HostPictures::face(const automation::Object& picture,
+                                  const automation::Object& mask) {
+  const auto bitmapOf = [](const automation::Object& object) {
+    const auto bitmap = static_cast<HBITMAP>(handleOf(object, PICTYPE_BITMAP));
+    if (!bitmap) throw automation::Error(automation::ErrorNumber::TypeMismatch);
+    const SIZE size = sizeOf(bitmap);
+    if (size.cx != FaceSide || size.cy != FaceSide)
+      throw automation::Error(automation::ErrorNumber::InvalidProcedureCall);
+    return bitmap;
+  };
+  const HBITMAP colours = bitmapOf(picture);
+  return named(faceOf(colours, mask ? bitmapOf(mask) : nullptr));
 }
 
 automation::Object HostPictures::fromPicture(const automation::Object& picture) {
-  const HBITMAP bitmap = bitmapOf(picture);
-  return bitmap ? named(bitmap) : automation::Object();
+  const auto icon = static_cast<HICON>(handleOf(picture, PICTYPE_ICON));
+  const auto bitmap = static_cast<HBITMAP>(handleOf(picture, PICTYPE_BITMAP));
+  const HBITMAP shown = icon ? drawnIcon(icon) : bitmap ? faceOf(bitmap, nullptr) : nullptr;
+  return shown ? std::make_shared<NamedPicture>(named(shown))->handle() : automation::Object();
 }
 
 HBITMAP HostPictures::find(std::u16string_view name) const {

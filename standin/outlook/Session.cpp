@@ -59,7 +59,13 @@ void Session::start(std::u16string_view version) {
 void Session::start(simulator::OutlookOptions options) {
   options.progId = entry_.progId();
   simulator::OutlookServices services;
-  services.clipboard = [this] { return pictures_.fromClipboard(); };
+  services.clipboard = [this] {
+    if (clipboardWatch_) clipboardWatch_->catchUp();
+    return pictures_.fromClipboard();
+  };
+  services.face = [this](const auto& picture, const auto& mask) {
+    return pictures_.face(picture, mask);
+  };
   services.parseDate = parseDate;
   problem_.clear();
   while (windows_.size() < 2) windows_.emplace_back();
@@ -118,6 +124,11 @@ void Session::dropAddin() {
   addin_.reset();
   // At once, where Outlook ends its process.
   CoFreeUnusedLibrariesEx(0, 0);
+}
+
+void Session::watchClipboard(std::uint32_t milliseconds) {
+  clipboardWatch_.reset();
+  if (milliseconds != 0) clipboardWatch_ = std::make_unique<ClipboardWatch>(milliseconds);
 }
 
 void Session::switchAddin(bool on) {

@@ -12,6 +12,7 @@
 #include "standin/outlook/AddinEntry.h"
 #include "standin/outlook/ComAddin.h"
 #include "standin/outlook/HostPictures.h"
+#include "standin/outlook/UserClipboard.h"
 #include "windows/services/Registry.h"
 
 namespace standin {
@@ -66,6 +67,10 @@ class Session {
   /// Why the add-in could not be loaded, in words; empty when nothing went wrong.
   const std::u16string& problem() const { return problem_; }
 
+  /// From now on another program opens the clipboard for so long whenever something new is on it;
+  /// 0 for none.
+  void watchClipboard(std::uint32_t milliseconds);
+
   simulator::Mailbox& mailbox() { return mailbox_; }
   simulator::BarStore& bars() { return bars_; }
   simulator::Boundary& boundary() { return boundary_; }
@@ -81,6 +86,7 @@ class Session {
   windows::Registry registry_;
   AddinEntry entry_;
   HostPictures pictures_;
+  std::unique_ptr<ClipboardWatch> clipboardWatch_;
   std::unique_ptr<ComAddin> addin_;
   std::unique_ptr<simulator::OutlookHost> host_;
   /// Two: a message box must keep the user from all of them.

@@ -59,11 +59,13 @@ class Pictures : public platform::Pictures {
  public:
   Pictures(platform::Pictures& inner, const Alterer& alterer) : inner_(inner), alterer_(alterer) {}
   Object icon(std::int32_t id) override { return alterer_.object(inner_.icon(id)); }
-  Object overlay(std::u16string_view name, std::u16string_view background) override {
-    return alterer_.object(inner_.overlay(name, background));
+  platform::Face overlay(std::u16string_view name, std::u16string_view background) override {
+    auto face = inner_.overlay(name, background);
+    face.picture = alterer_.object(face.picture);
+    return face;
   }
-  void clearClipboard() override { inner_.clearClipboard(); }
-  void setClipboard(const Object& picture) override { inner_.setClipboard(picture); }
+  void setClipboard(const platform::Face& face) override { inner_.setClipboard(face); }
+  bool awaitClipboard() override { return inner_.awaitClipboard(); }
 
  private:
   platform::Pictures& inner_;

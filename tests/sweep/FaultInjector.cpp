@@ -47,7 +47,7 @@ constexpr ServiceRow Services[] = {
     {u"MapiHelper", u"init", true, false, false},
     {u"MapiHelper", u"", true, false, true},
     {u"Pictures", u"setClipboard", true, false, false},
-    {u"Pictures", u"clearClipboard", true, false, false},
+    {u"Pictures", u"awaitClipboard", true, false, false},
     {u"Pictures", u"overlay", false, true, true},
     // What it answers goes to the host unseen.
     {u"Pictures", u"icon", false, true, false},

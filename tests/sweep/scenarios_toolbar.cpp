@@ -35,6 +35,12 @@ constexpr Scenario Scenarios[] = {
        a.wait(12'700);
      }},
     {"toolbar, new", contacts, buildAndLook},
+    {"toolbar, new in Outlook 2000 beside a watched clipboard",
+     [](Actor& a) { a.machine.pictures.watchClipboard(30); },
+     [](Actor& a) {
+       a.startOutlook(u"9.0.0.3821");
+       a.wait(20'800);
+     }},
     {"toolbar, found",
      [](Actor& a) {
        contacts(a);

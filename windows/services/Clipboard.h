@@ -1,23 +1,33 @@
 #pragma once
 
+#include <optional>
+
 #include "windows/com/api.h"
 
 namespace windows {
 
-/// The system clipboard, open for this program as long as the object lives.
+/// The system clipboard, open for this program as long as the object lives. Other programs have it
+/// open for moments, above all when something new is on it: whoever finds it taken tries again, 25
+/// times in all, 20 ms apart.
 class Clipboard {
  public:
-  /// Raises error 521 while another program has it open.
+  /// Raises error 521 when another program keeps it open.
   Clipboard();
   ~Clipboard();
   Clipboard(const Clipboard&) = delete;
   Clipboard& operator=(const Clipboard&) = delete;
 
-  void clear();
-  /// Puts a copy of the bitmap in the place of what is there; raises an error when that fails.
-  void set(HBITMAP bitmap);
+  /// Puts a button's face in the place of what is there: picture and mask, both 24-bit sections of
+  /// one size, as Office 2000 takes them, and the picture as a bitmap for everybody else. Raises an
+  /// error when that fails.
+  void set(HBITMAP picture, HBITMAP mask);
+
+  /// Waits until it is free. How many tries failed; nothing when all did.
+  static std::optional<int> await() { return open(nullptr, true); }
 
  private:
+  static std::optional<int> open(HWND owner, bool closeAgain);
+
   /// Without an owner the clipboard takes nothing.
   HWND owner_;
 };

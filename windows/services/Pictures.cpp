@@ -1,5 +1,7 @@
 #include "windows/services/Pictures.h"
 
+#include <algorithm>
+
 #include "windows/com/errors.h"
 #include "windows/com/text.h"
 #include "windows/com/values.h"
@@ -11,9 +13,8 @@ namespace {
 using automation::Error;
 using automation::ErrorNumber;
 
-/// Sides of a button's face and of a picture of the ribbon, in pixels.
+/// Side of a button's face in pixels.
 constexpr int FaceSize = 16;
-constexpr int IconSize = 32;
 
 /// Images that have a number in the resources.
 constexpr struct {
@@ -54,44 +55,6 @@ Icon imageOf(HINSTANCE module, std::u16string_view name) {
   return {module, wide(std::u16string(name)), FaceSize};
 }
 
-/// A bitmap of a button's face that is drawn upon as long as the object lives.
-class Face {
- public:
-  Face() {
-    const HDC screen = GetDC(nullptr);
-    canvas_ = CreateCompatibleDC(screen);
-    bitmap_ = CreateCompatibleBitmap(screen, FaceSize, FaceSize);
-    ReleaseDC(nullptr, screen);
-    old_ = SelectObject(canvas_, bitmap_);
-    const RECT all{0, 0, FaceSize, FaceSize};
-    FillRect(canvas_, &all, GetSysColorBrush(COLOR_BTNFACE));
-  }
-  ~Face() {
-    if (finish()) DeleteObject(bitmap_);
-  }
-  Face(const Face&) = delete;
-  Face& operator=(const Face&) = delete;
-
-  void draw(const Icon& icon) {
-    DrawIconEx(canvas_, 0, 0, icon.get(), FaceSize, FaceSize, 0, nullptr, DI_NORMAL);
-  }
-  /// Ends the drawing.
-  HBITMAP finish() {
-    if (canvas_) {
-      SelectObject(canvas_, old_);
-      DeleteDC(std::exchange(canvas_, nullptr));
-    }
-    return bitmap_;
-  }
-  /// The bitmap has another owner now.
-  void release() noexcept { bitmap_ = nullptr; }
-
- private:
-  HDC canvas_ = nullptr;
-  HBITMAP bitmap_ = nullptr;
-  HGDIOBJ old_ = nullptr;
-};
-
 /// On success the picture owns the handle.
 ComPtr<IDispatch> pictureOf(PICTDESC& description) {
   ComPtr<IDispatch> picture;
@@ -99,10 +62,98 @@ ComPtr<IDispatch> pictureOf(PICTDESC& description) {
   return picture;
 }
 
+/// A bitmap of a button's face, three bytes a pixel: what the system's alpha channel is, old Office
+/// versions don't know.
+class Canvas {
+ public:
+  Canvas() {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = FaceSize;
+    info.bmiHeader.biHeight = FaceSize;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 8 * BytesAPixel;
+    info.bmiHeader.biSizeImage = Bytes;
+    void* bits = nullptr;
+    bitmap_ = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    if (!bitmap_) throw Error(ErrorNumber::OutOfMemory);
+    bits_ = static_cast<std::uint8_t*>(bits);
+  }
+  ~Canvas() {
+    if (bitmap_) DeleteObject(bitmap_);
+  }
+  Canvas(const Canvas&) = delete;
+  Canvas& operator=(const Canvas&) = delete;
+
+  /// Draws icons one upon the other on a ground of one colour.
+  void draw(COLORREF ground, const Icon& below, const Icon& above) {
+    const HDC device = CreateCompatibleDC(nullptr);
+    const HGDIOBJ old = SelectObject(device, bitmap_);
+    const RECT all{0, 0, FaceSize, FaceSize};
+    const HBRUSH brush = CreateSolidBrush(ground);
+    FillRect(device, &all, brush);
+    DeleteObject(brush);
+    for (const Icon* icon : {&below, &above})
+      DrawIconEx(device, 0, 0, icon->get(), FaceSize, FaceSize, 0, nullptr, DI_NORMAL);
+    SelectObject(device, old);
+    DeleteDC(device);
+    GdiFlush();
+  }
+
+  /// Rows of whole double words: no byte of them is padding.
+  static constexpr int BytesAPixel = 3;
+  static constexpr int Bytes = FaceSize * FaceSize * BytesAPixel;
+  std::uint8_t* bits() noexcept { return bits_; }
+
+  /// On success the picture owns the bitmap.
+  automation::Object picture() {
+    PICTDESC description{};
+    description.cbSizeofstruct = sizeof description;
+    description.picType = PICTYPE_BITMAP;
+    description.bmp.hbitmap = bitmap_;
+    const auto made = pictureOf(description);
+    bitmap_ = nullptr;
+    return objectOf(made.get());
+  }
+
+ private:
+  HBITMAP bitmap_ = nullptr;
+  std::uint8_t* bits_ = nullptr;
+};
+
+/// Makes a picture and its mask of what was drawn on black and on white: where the two differ, the
+/// ground shines through. A mask knows no halves, so a pixel is drawn in its full colour or not at
+/// all; there the picture has the colour of a button, for a host that does without the mask.
+void separate(Canvas& onBlack, Canvas& onWhite) {
+  const COLORREF button = GetSysColor(COLOR_BTNFACE);
+  const std::uint8_t ground[] = {GetBValue(button), GetGValue(button), GetRValue(button)};
+  constexpr int Full = 255;
+  for (int at = 0; at < Canvas::Bytes; at += Canvas::BytesAPixel) {
+    std::uint8_t* const colour = onBlack.bits() + at;
+    std::uint8_t* const mask = onWhite.bits() + at;
+    const int cover = Full - (mask[1] - colour[1]);
+    const bool drawn = cover > Full / 2;
+    for (int i = 0; i < Canvas::BytesAPixel; ++i) {
+      colour[i] =
+          drawn ? static_cast<std::uint8_t>(std::min(colour[i] * Full / cover, Full)) : ground[i];
+      mask[i] = drawn ? 0 : Full;
+    }
+  }
+}
+
+HBITMAP bitmapOf(const automation::Object& object) {
+  const auto dispatch = dispatchOf(object);
+  const auto picture = dispatch.as<IPicture>();
+  if (!picture) throw Error(ErrorNumber::TypeMismatch);
+  OLE_HANDLE handle = 0;
+  check(picture->get_Handle(&handle));
+  return reinterpret_cast<HBITMAP>(static_cast<UINT_PTR>(handle));
+}
+
 }  // namespace
 
 automation::Object Pictures::icon(std::int32_t id) {
-  Icon icon(module_, MAKEINTRESOURCEW(id), IconSize);
+  Icon icon(module_, MAKEINTRESOURCEW(id), GetSystemMetrics(SM_CXSMICON));
   PICTDESC description{};
   description.cbSizeofstruct = sizeof description;
   description.picType = PICTYPE_ICON;
@@ -112,33 +163,23 @@ automation::Object Pictures::icon(std::int32_t id) {
   return objectOf(picture.get());
 }
 
-automation::Object Pictures::overlay(std::u16string_view name, std::u16string_view background) {
+platform::Face Pictures::overlay(std::u16string_view name, std::u16string_view background) {
   const Icon below = imageOf(module_, background);
   const Icon above = imageOf(module_, name);
-  Face face;
-  face.draw(below);
-  face.draw(above);
-  PICTDESC description{};
-  description.cbSizeofstruct = sizeof description;
-  description.picType = PICTYPE_BITMAP;
-  description.bmp.hbitmap = face.finish();
-  if (!description.bmp.hbitmap) throw Error(ErrorNumber::OutOfMemory);
-  const auto picture = pictureOf(description);
-  face.release();
-  return objectOf(picture.get());
+  Canvas picture;
+  Canvas mask;
+  picture.draw(RGB(0, 0, 0), below, above);
+  mask.draw(RGB(255, 255, 255), below, above);
+  separate(picture, mask);
+  return {picture.picture(), mask.picture()};
 }
 
-void Pictures::clearClipboard() {
-  Clipboard().clear();
+void Pictures::setClipboard(const platform::Face& face) {
+  Clipboard().set(bitmapOf(face.picture), bitmapOf(face.mask));
 }
 
-void Pictures::setClipboard(const automation::Object& picture) {
-  const auto dispatch = dispatchOf(picture);
-  const auto bitmap = dispatch.as<IPicture>();
-  if (!bitmap) throw Error(ErrorNumber::TypeMismatch);
-  OLE_HANDLE handle = 0;
-  check(bitmap->get_Handle(&handle));
-  Clipboard().set(reinterpret_cast<HBITMAP>(static_cast<UINT_PTR>(handle)));
+bool Pictures::awaitClipboard() {
+  return Clipboard::await() != 0;
 }
 
 }  // namespace windows

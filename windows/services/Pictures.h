@@ -13,9 +13,9 @@ class Pictures : public platform::Pictures {
   explicit Pictures(HINSTANCE module) : module_(module) {}
 
   automation::Object icon(std::int32_t id) override;
-  automation::Object overlay(std::u16string_view name, std::u16string_view background) override;
-  void clearClipboard() override;
-  void setClipboard(const automation::Object& picture) override;
+  platform::Face overlay(std::u16string_view name, std::u16string_view background) override;
+  void setClipboard(const platform::Face& face) override;
+  bool awaitClipboard() override;
 
  private:
   const HINSTANCE module_;

@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <functional>
+#include <vector>
 
 #include "windows/com/ComObject.h"
 #include "windows/com/text.h"
@@ -234,72 +237,156 @@ TEST(ScreenTest, MenusOpenAtTheirPixelOnEveryScreen) {
   }
 }
 
-/// Colours of a bitmap that are not the background's.
-int paintedPixels(HBITMAP bitmap) {
-  const HDC canvas = CreateCompatibleDC(nullptr);
-  const HGDIOBJ old = SelectObject(canvas, bitmap);
-  int painted = 0;
-  for (int y = 0; y < 16; ++y) {
-    for (int x = 0; x < 16; ++x) {
-      if (GetPixel(canvas, x, y) != GetSysColor(COLOR_BTNFACE)) ++painted;
-    }
-  }
-  SelectObject(canvas, old);
-  DeleteDC(canvas);
-  return painted;
+HBITMAP bitmapOf(const automation::Object& picture) {
+  const auto handle = static_cast<UINT_PTR>(picture.get(u"Handle").toInt32());
+  return reinterpret_cast<HBITMAP>(handle);
 }
 
-TEST(PicturesTest, GoToTheClipboardAsBitmaps) {
-  Pictures pictures(GetModuleHandleW(nullptr));
-  const auto dial = pictures.overlay(u"dial", u"blank");
-  pictures.clearClipboard();
-  EXPECT_FALSE(IsClipboardFormatAvailable(CF_BITMAP));
-  pictures.setClipboard(dial);
-  ASSERT_TRUE(OpenClipboard(nullptr));
-  const auto bitmap = static_cast<HBITMAP>(GetClipboardData(CF_BITMAP));
-  ASSERT_NE(bitmap, nullptr);
+using Colours = std::vector<COLORREF>;
+
+/// Those of a bitmap of a face, row by row.
+Colours coloursOf(HBITMAP bitmap) {
   BITMAP size{};
   GetObjectW(bitmap, sizeof size, &size);
   EXPECT_EQ(size.bmWidth, 16);
   EXPECT_EQ(size.bmHeight, 16);
-  const int painted = paintedPixels(bitmap);
-  EXPECT_GT(painted, 30);
-  EXPECT_LT(painted, 200);
-  CloseClipboard();
+  const HDC canvas = CreateCompatibleDC(nullptr);
+  const HGDIOBJ old = SelectObject(canvas, bitmap);
+  Colours colours;
+  for (int i = 0; i < 256; ++i) colours.push_back(GetPixel(canvas, i % 16, i / 16));
+  SelectObject(canvas, old);
+  DeleteDC(canvas);
+  return colours;
+}
 
+/// Bytes that the clipboard holds in this format.
+std::vector<std::byte> bytesOf(const wchar_t* format) {
+  const HANDLE memory = GetClipboardData(RegisterClipboardFormatW(format));
+  if (!memory) return {};
+  const auto* bytes = static_cast<const std::byte*>(GlobalLock(memory));
+  std::vector<std::byte> copy(bytes, bytes + GlobalSize(memory));
+  GlobalUnlock(memory);
+  return copy;
+}
+
+TEST(PicturesTest, FacesAreDrawnWhereTheirMaskIsBlack) {
+  Pictures pictures(GetModuleHandleW(nullptr));
+  const auto face = pictures.overlay(u"dial", u"blank");
+  const auto colours = coloursOf(bitmapOf(face.picture));
+  const auto mask = coloursOf(bitmapOf(face.mask));
+  std::ptrdiff_t differing = 0;
+  for (std::size_t i = 0; i < mask.size(); ++i) {
+    EXPECT_TRUE(mask[i] == RGB(0, 0, 0) || mask[i] == RGB(255, 255, 255));
+    if (mask[i] != RGB(0, 0, 0)) differing += colours[i] != GetSysColor(COLOR_BTNFACE);
+  }
+  EXPECT_EQ(differing, 0) << "see-through parts look like a button, should a host forget the mask";
+  const auto drawn = std::ranges::count(mask, RGB(0, 0, 0));
+  EXPECT_GT(drawn, 30);
+  EXPECT_LT(drawn, 200);
   // Two images one upon the other.
-  pictures.setClipboard(pictures.overlay(u"dial", u"velnor"));
-  ASSERT_TRUE(OpenClipboard(nullptr));
-  EXPECT_GT(paintedPixels(static_cast<HBITMAP>(GetClipboardData(CF_BITMAP))), painted);
-  CloseClipboard();
+  const auto both = coloursOf(bitmapOf(pictures.overlay(u"dial", u"velnor").mask));
+  EXPECT_GT(std::ranges::count(both, RGB(0, 0, 0)), drawn);
 
   EXPECT_THROW(pictures.overlay(u"nothing", u"blank"), automation::Error);
   EXPECT_THROW(pictures.overlay(u"dial", u"nothing"), automation::Error);
 }
 
-TEST(PicturesTest, AreRefusedWhileTheClipboardIsTaken) {
+TEST(PicturesTest, GoToTheClipboardAsOffice2000TakesThem) {
   Pictures pictures(GetModuleHandleW(nullptr));
-  const HWND other = CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
-                                     nullptr, nullptr);
-  ASSERT_TRUE(OpenClipboard(other));
-  EXPECT_THROW(pictures.clearClipboard(), automation::Error);
+  const auto face = pictures.overlay(u"dial", u"blank");
+  pictures.setClipboard(face);
+  ASSERT_TRUE(OpenClipboard(nullptr));
+  const auto plain = static_cast<HBITMAP>(GetClipboardData(CF_BITMAP));
+  EXPECT_EQ(coloursOf(plain), coloursOf(bitmapOf(face.picture)));
+  for (const wchar_t* format : {L"Toolbar Button Face", L"Toolbar Button Mask"}) {
+    const auto bytes = bytesOf(format);
+    ASSERT_GE(bytes.size(), sizeof(BITMAPINFOHEADER) + 16 * 16 * 3);
+    BITMAPINFOHEADER header{};
+    std::memcpy(&header, bytes.data(), sizeof header);
+    EXPECT_EQ(header.biSize, sizeof header);
+    EXPECT_EQ(header.biWidth, 16);
+    EXPECT_EQ(header.biHeight, 16);
+    EXPECT_EQ(header.biBitCount, 24);
+  }
+  EXPECT_NE(bytesOf(L"Toolbar Button Face"), bytesOf(L"Toolbar Button Mask"));
   CloseClipboard();
-  DestroyWindow(other);
-  pictures.clearClipboard();
 }
 
-TEST(PicturesTest, IconsAreComPictures) {
+/// Another program that has the clipboard open for so long.
+class ClipboardHolder {
+ public:
+  explicit ClipboardHolder(DWORD milliseconds)
+      : milliseconds_(milliseconds),
+        opened_(CreateEventW(nullptr, TRUE, FALSE, nullptr)),
+        thread_(CreateThread(nullptr, 0, hold, this, 0, nullptr)) {
+    WaitForSingleObject(opened_, INFINITE);
+  }
+  ~ClipboardHolder() {
+    WaitForSingleObject(thread_, INFINITE);
+    CloseHandle(thread_);
+    CloseHandle(opened_);
+  }
+
+ private:
+  static DWORD WINAPI hold(void* self) {
+    auto& holder = *static_cast<ClipboardHolder*>(self);
+    const HWND window = CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr,
+                                        nullptr, nullptr, nullptr);
+    EXPECT_TRUE(OpenClipboard(window));
+    SetEvent(holder.opened_);
+    Sleep(holder.milliseconds_);
+    CloseClipboard();
+    DestroyWindow(window);
+    return 0;
+  }
+
+  const DWORD milliseconds_;
+  const HANDLE opened_;
+  const HANDLE thread_;
+};
+
+TEST(PicturesTest, WaitForTheClipboardAndNotForEver) {
+  Pictures pictures(GetModuleHandleW(nullptr));
+  const auto face = pictures.overlay(u"dial", u"blank");
+  EXPECT_FALSE(pictures.awaitClipboard());
+  for (const DWORD held : {5u, 30u, 100u}) {
+    SCOPED_TRACE(held);
+    const ClipboardHolder holder(held);
+    EXPECT_NO_THROW(pictures.setClipboard(face));
+  }
+  {
+    const ClipboardHolder holder(100);
+    EXPECT_TRUE(pictures.awaitClipboard());
+  }
+  const ClipboardHolder holder(3000);
+  const DWORD before = GetTickCount();
+  try {
+    pictures.setClipboard(face);
+    ADD_FAILURE() << "the clipboard was taken";
+  } catch (const automation::Error& error) {
+    EXPECT_EQ(error.number(), 521);
+  }
+  EXPECT_GE(GetTickCount() - before, 450u);
+}
+
+TEST(PicturesTest, IconsHaveTheSizeOfSmallIcons) {
   Pictures pictures(GetModuleHandleW(nullptr));
   const auto icon = pictures.icon(101);
   EXPECT_EQ(icon.get(u"Type").toInt32(), PICTYPE_ICON);
-  EXPECT_NE(icon.get(u"Handle").toInt32(), 0);
+  ICONINFO info{};
+  ASSERT_TRUE(GetIconInfo(
+      reinterpret_cast<HICON>(static_cast<UINT_PTR>(icon.get(u"Handle").toInt32())), &info));
+  BITMAP size{};
+  GetObjectW(info.hbmColor, sizeof size, &size);
+  DeleteObject(info.hbmColor);
+  DeleteObject(info.hbmMask);
+  EXPECT_EQ(size.bmWidth, GetSystemMetrics(SM_CXSMICON));
   EXPECT_THROW(pictures.icon(99), automation::Error);
 }
 
 TEST(PicturesTest, FreeTheirHandles) {
   Pictures pictures(GetModuleHandleW(nullptr));
   const auto use = [&] {
-    pictures.clearClipboard();
     pictures.setClipboard(pictures.overlay(u"velnor", u"blank"));
     pictures.icon(101);
   };

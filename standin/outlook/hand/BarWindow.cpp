@@ -60,7 +60,7 @@ int BarWindow::imageOf(const ControlView& control) {
   if (!bitmap) return NoImage;
   // The list spoils the bitmap that it gets.
   const auto copy = static_cast<HBITMAP>(CopyImage(bitmap, IMAGE_BITMAP, 0, 0, 0));
-  const int index = ImageList_AddMasked(images_, copy, GetSysColor(COLOR_BTNFACE));
+  const int index = ImageList_AddMasked(images_, copy, HostPictures::Ground);
   DeleteObject(copy);
   return index;
 }

@@ -8,7 +8,8 @@ namespace {
 
 constexpr int Margin = 6;
 constexpr int TabHeight = 20;
-constexpr int PictureSide = 32;
+/// A button of normal size shows its picture as small as the system's small icons.
+constexpr int PictureSide = 16;
 constexpr int LabelHeight = 16;
 constexpr int ButtonHeight = PictureSide + LabelHeight + 3 * Margin;
 constexpr int GroupHeight = ButtonHeight + LabelHeight + Margin;
@@ -104,8 +105,9 @@ void RibbonWindow::paintButton(HDC canvas, const Place& place, bool hot) const {
     GetObjectW(bitmap, sizeof data, &data);
     const HDC source = CreateCompatibleDC(canvas);
     const HGDIOBJ old = SelectObject(source, bitmap);
-    BitBlt(canvas, (rect.left + rect.right - data.bmWidth) / 2, rect.top + Margin, data.bmWidth,
-           data.bmHeight, source, 0, 0, SRCCOPY);
+    GdiTransparentBlt(canvas, (rect.left + rect.right - PictureSide) / 2, rect.top + Margin,
+                      PictureSide, PictureSide, source, 0, 0, static_cast<int>(data.bmWidth),
+                      static_cast<int>(data.bmHeight), HostPictures::Ground);
     SelectObject(source, old);
     DeleteDC(source);
   }

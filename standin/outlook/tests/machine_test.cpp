@@ -5,7 +5,10 @@
 #include "standin/outlook/HostPictures.h"
 #include "standin/outlook/RegistryKeeper.h"
 #include "standin/outlook/TraceTail.h"
+#include "standin/outlook/UserClipboard.h"
+#include "windows/com/errors.h"
 #include "windows/com/text.h"
+#include "windows/com/values.h"
 
 namespace {
 
@@ -80,22 +83,28 @@ TEST(TraceFile, EntriesMayHoldLineEnds) {
   DeleteFileW(windows::wide(file.path()));
 }
 
+/// A bitmap with a diagonal of this colour on white.
+HBITMAP diagonal(COLORREF colour, int side = 16) {
+  const HDC screen = GetDC(nullptr);
+  const HDC canvas = CreateCompatibleDC(screen);
+  const HBITMAP bitmap = CreateCompatibleBitmap(screen, side, side);
+  ReleaseDC(nullptr, screen);
+  const HGDIOBJ old = SelectObject(canvas, bitmap);
+  PatBlt(canvas, 0, 0, side, side, WHITENESS);
+  for (int i = 0; i < side; ++i) SetPixel(canvas, i, i, colour);
+  SelectObject(canvas, old);
+  DeleteDC(canvas);
+  return bitmap;
+}
+
 TEST(HostPictures, TellsPicturesApartByWhatIsOnThem) {
   standin::HostPictures pictures(u"No.Such.Addin");
   const auto paste = [&](COLORREF colour) {
-    const HDC screen = GetDC(nullptr);
-    const HDC canvas = CreateCompatibleDC(screen);
-    const HBITMAP bitmap = CreateCompatibleBitmap(screen, 16, 16);
-    ReleaseDC(nullptr, screen);
-    const HGDIOBJ old = SelectObject(canvas, bitmap);
-    for (int i = 0; i < 16; ++i) SetPixel(canvas, i, i, colour);
-    SelectObject(canvas, old);
-    DeleteDC(canvas);
     EXPECT_TRUE(OpenClipboard(GetDesktopWindow()));
     EmptyClipboard();
-    SetClipboardData(CF_BITMAP, bitmap);
+    SetClipboardData(CF_BITMAP, diagonal(colour));
     CloseClipboard();
-    return pictures.fromClipboard().get(u"Name").toText();
+    return pictures.fromClipboard();
   };
   const auto red = paste(RGB(255, 0, 0));
   const auto blue = paste(RGB(0, 0, 255));
@@ -106,7 +115,49 @@ TEST(HostPictures, TellsPicturesApartByWhatIsOnThem) {
   EXPECT_TRUE(OpenClipboard(nullptr));
   EmptyClipboard();
   CloseClipboard();
-  EXPECT_FALSE(pictures.fromClipboard());
+  EXPECT_TRUE(pictures.fromClipboard().empty());
+}
+
+TEST(HostPictures, TakesFacesOfTheRightSizeOnly) {
+  standin::HostPictures pictures(u"No.Such.Addin");
+  const auto picture = [](HBITMAP bitmap) {
+    PICTDESC description{};
+    description.cbSizeofstruct = sizeof description;
+    description.picType = PICTYPE_BITMAP;
+    description.bmp.hbitmap = bitmap;
+    windows::ComPtr<IDispatch> made;
+    windows::check(
+        OleCreatePictureIndirect(&description, IID_IPictureDisp, TRUE, made.receiveVoid()));
+    return windows::objectOf(made.get());
+  };
+  const auto refusal = [&](const automation::Object& face, const automation::Object& mask) {
+    try {
+      pictures.face(face, mask);
+    } catch (const automation::Error& error) {
+      return error.number();
+    }
+    return 0;
+  };
+  const auto red = picture(diagonal(RGB(255, 0, 0)));
+  const auto mask = picture(diagonal(RGB(0, 0, 0)));
+  const auto large = picture(diagonal(RGB(255, 0, 0), 32));
+  EXPECT_EQ(refusal(red, mask), 0);
+  EXPECT_EQ(refusal(red, {}), 0);
+  EXPECT_FALSE(pictures.face(red, mask) == pictures.face(red, {})) << "a square is seen";
+  EXPECT_EQ(refusal(large, mask), 5);
+  EXPECT_EQ(refusal(red, large), 5);
+}
+
+TEST(UserClipboard, AWatchTakesWhatIsNewOnIt) {
+  standin::copyText(u"a text");
+  EXPECT_TRUE(standin::copiedText() == u"a text");
+  const standin::ClipboardWatch watch(200);
+  ASSERT_TRUE(OpenClipboard(GetDesktopWindow()));
+  EmptyClipboard();
+  CloseClipboard();
+  watch.catchUp();
+  EXPECT_FALSE(OpenClipboard(GetDesktopWindow()));
+  EXPECT_TRUE(standin::copiedText().empty()) << "it lets go again";
 }
 
 TEST(Markup, ReadsElementsAndRefusesWhatIsNotWellFormed) {
