@@ -169,8 +169,8 @@ HostPictures::HostPictures(std::u16string_view progId) {
     const auto face = pictures.overlay(name, u"blank");
     const auto picture = static_cast<HBITMAP>(handleOf(face.picture, PICTYPE_BITMAP));
     const auto mask = static_cast<HBITMAP>(handleOf(face.mask, PICTYPE_BITMAP));
-    known(name, faceOf(picture, mask));
-    known(std::u16string(name) + u" on a square", faceOf(picture, nullptr));
+    known(Kind::Face, name, faceOf(picture, mask));
+    known(Kind::Face, std::u16string(name) + u" on a square", faceOf(picture, nullptr));
   }
   for (const std::int32_t id : Icons) {
     for (const int side : IconSides) {
@@ -179,7 +179,7 @@ HostPictures::HostPictures(std::u16string_view progId) {
       std::u16string name = u"icon " + automation::int32Text(id);
       if (side != GetSystemMetrics(SM_CXSMICON))
         name += u" of " + automation::int32Text(side) + u" pixels";
-      if (icon) known(name, drawnIcon(icon));
+      if (icon) known(Kind::Ribbon, name, drawnIcon(icon));
       if (icon) DestroyIcon(icon);
     }
   }
@@ -189,21 +189,23 @@ HostPictures::~HostPictures() {
   for (const Known& picture : known_) DeleteObject(picture.bitmap);
 }
 
-const HostPictures::Known& HostPictures::known(std::u16string_view name, HBITMAP bitmap) {
+const HostPictures::Known& HostPictures::known(Kind kind, std::u16string_view name,
+                                               HBITMAP bitmap) {
   const SIZE size = sizeOf(bitmap);
-  known_.push_back({std::u16string(name), size, pixelsOf(bitmap, size), bitmap});
+  known_.push_back({kind, std::u16string(name), size, pixelsOf(bitmap, size), bitmap});
   return known_.back();
 }
 
-const std::u16string& HostPictures::named(HBITMAP bitmap) {
+const std::u16string& HostPictures::named(Kind kind, HBITMAP bitmap) {
   const SIZE size = sizeOf(bitmap);
   const auto pixels = pixelsOf(bitmap, size);
   const auto same = std::ranges::find_if(known_, [&](const Known& picture) {
-    return picture.size.cx == size.cx && picture.size.cy == size.cy && picture.pixels == pixels;
+    return picture.kind == kind && picture.size.cx == size.cx && picture.size.cy == size.cy &&
+           picture.pixels == pixels;
   });
   if (same == known_.end()) {
     const auto number = static_cast<std::int32_t>(known_.size());
-    return known(u"picture " + automation::int32Text(number), bitmap).name;
+    return known(kind, u"picture " + automation::int32Text(number), bitmap).name;
   }
   DeleteObject(bitmap);
   return same->name;
@@ -222,7 +224,7 @@ std::u16string HostPictures::fromClipboard() {
   CloseClipboard();
   if (picture) DeleteObject(picture);
   if (mask) DeleteObject(mask);
-  return face ? named(face) : std::u16string();
+  return face ? named(Kind::Face, face) : std::u16string();
 }
 
 std::u16string HostPictures::face(const automation::Object& picture,
@@ -236,14 +238,15 @@ std::u16string HostPictures::face(const automation::Object& picture,
     return bitmap;
   };
   const HBITMAP colours = bitmapOf(picture);
-  return named(faceOf(colours, mask ? bitmapOf(mask) : nullptr));
+  return named(Kind::Face, faceOf(colours, mask ? bitmapOf(mask) : nullptr));
 }
 
 automation::Object HostPictures::fromPicture(const automation::Object& picture) {
   const auto icon = static_cast<HICON>(handleOf(picture, PICTYPE_ICON));
   const auto bitmap = static_cast<HBITMAP>(handleOf(picture, PICTYPE_BITMAP));
   const HBITMAP shown = icon ? drawnIcon(icon) : bitmap ? faceOf(bitmap, nullptr) : nullptr;
-  return shown ? std::make_shared<NamedPicture>(named(shown))->handle() : automation::Object();
+  return shown ? std::make_shared<NamedPicture>(named(Kind::Ribbon, shown))->handle()
+               : automation::Object();
 }
 
 HBITMAP HostPictures::find(std::u16string_view name) const {

@@ -39,14 +39,17 @@ class HostPictures {
   static constexpr COLORREF Ground = RGB(0x9E, 0xBE, 0xF5);
 
  private:
+  /// One and the same drawing may be a face and an icon.
+  enum class Kind { Face, Ribbon };
   struct Known {
+    Kind kind;
     std::u16string name;
     SIZE size;
     std::vector<std::uint32_t> pixels;
     HBITMAP bitmap;
   };
-  const Known& known(std::u16string_view name, HBITMAP bitmap);
-  const std::u16string& named(HBITMAP bitmap);
+  const Known& known(Kind kind, std::u16string_view name, HBITMAP bitmap);
+  const std::u16string& named(Kind kind, HBITMAP bitmap);
 
   std::vector<Known> known_;
 };
