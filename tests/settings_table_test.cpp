@@ -45,6 +45,7 @@ class NotingRegistry : public platform::Registry {
   bool deleteKey(RegistryRoot, std::u16string_view) override { return false; }
   Texts valueNames(RegistryRoot, std::u16string_view) override { return {}; }
   Texts subkeyNames(RegistryRoot, std::u16string_view) override { return {}; }
+  std::u16string expanded(const std::u16string& text) override { return below_.expanded(text); }
 
   static std::string place(RegistryRoot root, std::u16string_view key, std::u16string_view name) {
     return std::to_string(static_cast<int>(root)) + "\\" + toUtf8(key) + "\\" + toUtf8(name);
