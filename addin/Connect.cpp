@@ -1,7 +1,5 @@
 #include "addin/Connect.h"
 
-#include "addin/globals.h"
-#include "addin/settings.h"
 #include "addin/wrappers.h"
 #include "explorer/SDKTimer.h"
 #include "explorer/modSelectionTimer.h"
@@ -10,6 +8,8 @@
 #include "items/Helpers.h"
 #include "platform/conversions.h"
 #include "ribbon/Form1.h"
+#include "state/globals.h"
+#include "state/settings.h"
 
 namespace cxol {
 namespace {
@@ -55,10 +55,6 @@ void Connect::AddinInstance_Initialize() noexcept {
     g.g_colInspectors.clear();
     SelectLanguage();
     g.g_product = GetResString(ProductName);
-    g.g_brand1 = u"Velnor";
-    g.g_brand2 = u"Ondaris Station 1";
-    g.g_brand3 = u"Ondaris Station 2";
-    g.g_brand4 = u"Ondaris Station 2/3";
     g.g_bUseMapi = readAndLog(options::UseMapi, u"UseMapi");
     g.g_bStartWithOutlook = readAndLog(options::StartWithOutlook, u"Start Velnor with Outlook");
     g.g_bStopWithOutlook = readAndLog(options::StopWithOutlook, u"Terminate Velnor with Outlook");

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <vector>
 
-#include "addin/globals.h"
 #include "explorer/OlCmdEvents.h"
 #include "infra/errors.h"
 #include "infra/modK9TLog.h"
 #include "inspector/OlEvents.h"
 #include "items/Helpers.h"
+#include "state/globals.h"
 
 namespace cxol {
 namespace {

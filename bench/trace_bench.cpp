@@ -12,10 +12,10 @@
 #include <string>
 #include <vector>
 
-#include "addin/process.h"
 #include "infra/modK9TLog.h"
 #include "platform/files.h"
 #include "simulator/machine/Machine.h"
+#include "state/process.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 #include "client/CxDial.h"
 
-#include "addin/settings.h"
 #include "client/PhoneCommandFor.h"
 #include "client/VelnorLocator.h"
 #include "infra/modK9TLog.h"
+#include "state/settings.h"
 
 namespace cxol {
 namespace {

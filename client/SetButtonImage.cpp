@@ -1,9 +1,9 @@
 #include "client/SetButtonImage.h"
 
-#include "addin/globals.h"
 #include "infra/modK9TLog.h"
 #include "infra/runtime.h"
 #include "platform/pictures.h"
+#include "state/globals.h"
 
 namespace cxol {
 namespace {

@@ -1,6 +1,5 @@
 #include "client/clsVelnorCmds.h"
 
-#include "addin/globals.h"
 #include "client/OpenVelnorActionDialog.h"
 #include "client/PhoneCommandFor.h"
 #include "client/VelnorLocator.h"
@@ -8,6 +7,7 @@
 #include "infra/modRes.h"
 #include "items/EvalObjects.h"
 #include "items/UIHelpers.h"
+#include "state/globals.h"
 
 namespace cxol {
 namespace {

@@ -1,7 +1,7 @@
 #include "demo/NativeAddin.h"
 
 #include "addin/Connect.h"
-#include "addin/process.h"
+#include "state/process.h"
 
 namespace {
 

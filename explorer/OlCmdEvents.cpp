@@ -1,6 +1,5 @@
 #include "explorer/OlCmdEvents.h"
 
-#include "addin/globals.h"
 #include "client/CxDial.h"
 #include "client/IsDialableNumber.h"
 #include "client/OpenVelnorActionDialog.h"
@@ -14,6 +13,7 @@
 #include "items/UIHelpers.h"
 #include "platform/objects.h"
 #include "platform/processes.h"
+#include "state/globals.h"
 
 namespace cxol {
 namespace {

@@ -5,12 +5,12 @@
 #include <memory>
 #include <string>
 
-#include "addin/ExplorerWrapper.h"
-#include "addin/identity.h"
 #include "client/UntaggedControl.h"
 #include "platform/clock.h"
 #include "platform/office.h"
 #include "platform/outlook.h"
+#include "state/ExplorerWrapper.h"
+#include "state/identity.h"
 
 namespace cxol {
 

@@ -1,13 +1,13 @@
 #include <string_view>
 
-#include "addin/barNames.h"
-#include "addin/globals.h"
-#include "addin/identity.h"
 #include "client/SetButtonImage.h"
 #include "explorer/OlCmdEvents.h"
 #include "infra/modK9TLog.h"
 #include "infra/modRes.h"
 #include "infra/runtime.h"
+#include "state/barNames.h"
+#include "state/globals.h"
+#include "state/identity.h"
 
 namespace cxol {
 

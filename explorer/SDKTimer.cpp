@@ -1,10 +1,10 @@
 #include "explorer/SDKTimer.h"
 
-#include "addin/globals.h"
 #include "client/VelnorLocator.h"
 #include "infra/modK9TLog.h"
 #include "infra/runtime.h"
 #include "platform/timers.h"
+#include "state/globals.h"
 
 namespace cxol {
 namespace {

@@ -1,9 +1,9 @@
 #include "explorer/modSelectionTimer.h"
 
-#include "addin/globals.h"
 #include "infra/errors.h"
 #include "infra/runtime.h"
 #include "platform/timers.h"
+#include "state/globals.h"
 
 namespace cxol {
 namespace {

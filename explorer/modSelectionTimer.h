@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "addin/ExplorerWrapper.h"
+#include "state/ExplorerWrapper.h"
 
 namespace cxol {
 

@@ -6,11 +6,11 @@
 #include <optional>
 #include <string>
 
-#include "addin/process.h"
 #include "simulator/boundary.h"
 #include "simulator/machine/Machine.h"
 #include "simulator/mailbox.h"
 #include "simulator/object.h"
+#include "state/process.h"
 
 namespace fuzz {
 

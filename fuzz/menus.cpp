@@ -1,7 +1,6 @@
 // The menus that are filled from an item, and what a choice from them does.
 #include <array>
 
-#include "addin/globals.h"
 #include "fuzz/Input.h"
 #include "fuzz/OneItemHost.h"
 #include "fuzz/check.h"
@@ -9,6 +8,7 @@
 #include "infra/text.h"
 #include "items/EvalObjects.h"
 #include "items/UIHelpers.h"
+#include "state/globals.h"
 
 namespace fuzz {
 namespace {

@@ -1,5 +1,4 @@
 // Values of every type and size, and files of them.
-#include "addin/settings.h"
 #include "demo/import/RegFile.h"
 #include "fuzz/Input.h"
 #include "fuzz/OneItemHost.h"
@@ -7,6 +6,7 @@
 #include "fuzz/targets.h"
 #include "infra/RegOp.h"
 #include "infra/modRegistry.h"
+#include "state/settings.h"
 
 namespace fuzz {
 namespace {

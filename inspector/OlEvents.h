@@ -5,12 +5,12 @@
 #include <memory>
 #include <string>
 
-#include "addin/InspectorWrapper.h"
-#include "addin/identity.h"
 #include "client/UntaggedControl.h"
 #include "client/clsVelnorCmds.h"
 #include "platform/office.h"
 #include "platform/outlook.h"
+#include "state/InspectorWrapper.h"
+#include "state/identity.h"
 
 namespace cxol {
 

@@ -1,8 +1,5 @@
 #include <string_view>
 
-#include "addin/barNames.h"
-#include "addin/globals.h"
-#include "addin/identity.h"
 #include "client/SetButtonImage.h"
 #include "infra/modK9TLog.h"
 #include "infra/modRes.h"
@@ -10,6 +7,9 @@
 #include "inspector/OlEvents.h"
 #include "platform/clock.h"
 #include "platform/conversions.h"
+#include "state/barNames.h"
+#include "state/globals.h"
+#include "state/identity.h"
 
 namespace cxol {
 namespace {

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
-#include "addin/globals.h"
 #include "infra/modK9TLog.h"
 #include "infra/runtime.h"
 #include "platform/clock.h"
 #include "platform/language.h"
 #include "platform/mapi_session.h"
 #include "platform/objects.h"
+#include "state/globals.h"
 
 namespace cxol {
 namespace {

@@ -1,9 +1,9 @@
 #include "items/Helpers.h"
 
-#include "addin/globals.h"
 #include "infra/modK9TLog.h"
 #include "infra/runtime.h"
 #include "items/CCallerData.h"
+#include "state/globals.h"
 
 namespace cxol {
 namespace {

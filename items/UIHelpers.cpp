@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
-#include "addin/globals.h"
 #include "infra/errors.h"
 #include "infra/modRes.h"
 #include "infra/text.h"
 #include "items/EvalObjects.h"
+#include "state/globals.h"
 
 namespace cxol {
 namespace {

@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "addin/MenuForm.h"
 #include "items/Helpers.h"
 #include "platform/outlook.h"
+#include "state/MenuForm.h"
 
 namespace cxol {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "addin/MenuForm.h"
 #include "platform/screen.h"
+#include "state/MenuForm.h"
 
 namespace cxol {
 

@@ -1,10 +1,10 @@
 #include "ribbon/callTask.h"
 
-#include "addin/globals.h"
 #include "infra/errors.h"
 #include "infra/modRes.h"
 #include "infra/text.h"
 #include "items/UIHelpers.h"
+#include "state/globals.h"
 
 namespace cxol {
 namespace {

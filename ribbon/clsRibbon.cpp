@@ -5,13 +5,13 @@
 #include <iterator>
 #include <utility>
 
-#include "addin/barNames.h"
-#include "addin/globals.h"
 #include "client/clsVelnorCmds.h"
 #include "infra/modK9TLog.h"
 #include "infra/modRes.h"
 #include "infra/text.h"
 #include "platform/conversions.h"
+#include "state/barNames.h"
+#include "state/globals.h"
 
 namespace cxol {
 namespace {

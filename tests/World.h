@@ -6,12 +6,12 @@
 #include <string_view>
 #include <vector>
 
-#include "addin/globals.h"
 #include "simulator/addin.h"
 #include "simulator/boundary.h"
 #include "simulator/machine/Machine.h"
 #include "simulator/mailbox.h"
 #include "simulator/outlook/OutlookHost.h"
+#include "state/globals.h"
 
 namespace tests {
 

@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "addin/process.h"
 #include "client/CxDial.h"
 #include "client/IsDialableNumber.h"
 #include "client/OpenVelnorActionDialog.h"
 #include "client/VelnorLocator.h"
+#include "state/process.h"
 #include "tests/World.h"
 
 namespace tests {

@@ -8,16 +8,16 @@
 #include <set>
 #include <sstream>
 
-#include "addin/settings.h"
 #include "demo/NativeAddin.h"
+#include "demo/import/RegFile.h"
 #include "infra/modTrace.h"
 #include "infra/runtime.h"
 #include "packaging/settings/generated.h"
 #include "platform/platform.h"
 #include "resources/settings.h"
 #include "simulator/data/Utf8.h"
-#include "demo/import/RegFile.h"
 #include "simulator/player/hostServices.h"
+#include "state/settings.h"
 #include "tests/World.h"
 
 namespace tests {
@@ -271,9 +271,9 @@ TEST(SettingsTableTest, EachChoiceOfEachPolicyReachesTheAddin) {
     const auto id = toUtf8(setting.id);
     const auto& policy = policies.at(id);
     const auto choose = [&](const std::string& data) {
-      demo::importRegFile(world.machine.registry,
-                               "Windows Registry Editor Version 5.00\r\n\r\n[" + policy.key +
-                                   "]\r\n\"" + policy.value + "\"=" + data + "\r\n");
+      demo::importRegFile(world.machine.registry, "Windows Registry Editor Version 5.00\r\n\r\n[" +
+                                                      policy.key + "]\r\n\"" + policy.value +
+                                                      "\"=" + data + "\r\n");
     };
     for (const auto& [choice, data] : policy.choices) {
       SCOPED_TRACE(id + " " + choice);
@@ -290,9 +290,8 @@ TEST(SettingsTableTest, EachChoiceOfEachPolicyReachesTheAddin) {
 TEST(SettingsTableTest, TheSamplesDoWhatTheyPromise) {
   World world;
   const auto import = [&](const std::string& name) {
-    demo::importRegFile(
-        world.machine.registry,
-        packaging::generatedFiles().at("packaging/policy/samples/" + name + ".reg"));
+    demo::importRegFile(world.machine.registry, packaging::generatedFiles().at(
+                                                    "packaging/policy/samples/" + name + ".reg"));
   };
   const auto startsClient = [&] {
     world.start();

@@ -1,10 +1,10 @@
 // What the registry's values mean: options, numbers, and warnings of those that are none.
 #include <gtest/gtest.h>
 
-#include "addin/process.h"
-#include "addin/settings.h"
 #include "infra/RegOp.h"
 #include "infra/modRes.h"
+#include "state/process.h"
+#include "state/settings.h"
 #include "tests/World.h"
 
 namespace tests {

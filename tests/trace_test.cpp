@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "addin/process.h"
 #include "infra/modK9TLog.h"
 #include "infra/modRegistry.h"
+#include "state/process.h"
 #include "tests/World.h"
 
 namespace tests {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/registry.h"
-#include "simulator/machine/SimRegistry.h"
+#include "simulator/SimRegistry.h"
 #include "simulator/player/RegScanner.h"
 
 namespace demo {

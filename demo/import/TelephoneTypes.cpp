@@ -7,9 +7,9 @@
 #include <string_view>
 #include <utility>
 
+#include "simulator/caseless.h"
 #include "simulator/data/Contact.h"
 #include "simulator/data/Utf8.h"
-#include "simulator/machine/caseless.h"
 
 namespace demo {
 namespace {

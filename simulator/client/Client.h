@@ -12,10 +12,10 @@
 #include <vector>
 
 #include "platform/automation.h"
+#include "simulator/SimRegistry.h"
+#include "simulator/Uptime.h"
 #include "simulator/client/Telephone.h"
 #include "simulator/client/Told.h"
-#include "simulator/machine/SimRegistry.h"
-#include "simulator/machine/Uptime.h"
 
 namespace simulator {
 

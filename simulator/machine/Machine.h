@@ -1,6 +1,8 @@
 #pragma once
 
 #include "platform/platform.h"
+#include "simulator/SimRegistry.h"
+#include "simulator/Uptime.h"
 #include "simulator/boundary.h"
 #include "simulator/client/Client.h"
 #include "simulator/machine/SimClock.h"
@@ -11,10 +13,8 @@
 #include "simulator/machine/SimObjects.h"
 #include "simulator/machine/SimPictures.h"
 #include "simulator/machine/SimProcesses.h"
-#include "simulator/machine/SimRegistry.h"
 #include "simulator/machine/SimScreen.h"
 #include "simulator/machine/SimTimers.h"
-#include "simulator/machine/Uptime.h"
 
 namespace simulator {
 

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <utility>
 
+#include "simulator/caseless.h"
 #include "simulator/machine/ansi.h"
-#include "simulator/machine/caseless.h"
 
 namespace simulator {
 namespace {

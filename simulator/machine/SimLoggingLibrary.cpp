@@ -1,7 +1,7 @@
 #include "simulator/machine/SimLoggingLibrary.h"
 
+#include "simulator/caseless.h"
 #include "simulator/machine/ansi.h"
-#include "simulator/machine/caseless.h"
 
 namespace simulator {
 namespace {

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "platform/velnor.h"
+#include "simulator/caseless.h"
 #include "simulator/client/Client.h"
-#include "simulator/machine/caseless.h"
 
 namespace simulator {
 namespace {

@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "platform/pictures.h"
+#include "simulator/Uptime.h"
 #include "simulator/boundary.h"
-#include "simulator/machine/Uptime.h"
 
 namespace simulator {
 

@@ -1,7 +1,7 @@
 #include "simulator/machine/SimProcesses.h"
 
+#include "simulator/caseless.h"
 #include "simulator/client/Client.h"
-#include "simulator/machine/caseless.h"
 
 namespace simulator {
 namespace {

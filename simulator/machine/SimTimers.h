@@ -8,8 +8,8 @@
 #include <optional>
 
 #include "platform/timers.h"
+#include "simulator/Uptime.h"
 #include "simulator/boundary.h"
-#include "simulator/machine/Uptime.h"
 
 namespace simulator {
 

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <iterator>
 
-#include "simulator/machine/SimRegistry.h"
-#include "simulator/machine/caseless.h"
+#include "simulator/SimRegistry.h"
+#include "simulator/caseless.h"
 
 namespace scenario {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "simulator/machine/SimRegistry.h"
+#include "simulator/SimRegistry.h"
 #include "simulator/player/RegSyntax.h"
 #include "simulator/player/Stage.h"
 #include "simulator/player/Text.h"

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "simulator/caseless.h"
 #include "simulator/data/Utf8.h"
-#include "simulator/machine/caseless.h"
 
 /// Texts of scenarios: comparison as a typist expects it, and what is shown in a line.
 namespace scenario {

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "simulator/Uptime.h"
 #include "simulator/client/Client.h"
-#include "simulator/machine/Uptime.h"
 #include "standin/client/ClientSettings.h"
 #include "standin/client/RequestPipe.h"
 #include "windows/com/ComPtr.h"

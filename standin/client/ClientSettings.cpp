@@ -5,7 +5,7 @@
 #include <optional>
 
 #include "platform/conversions.h"
-#include "simulator/machine/SimRegistry.h"
+#include "simulator/SimRegistry.h"
 #include "standin/client/names.h"
 #include "windows/com/text.h"
 #include "windows/services/Registry.h"

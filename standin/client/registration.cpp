@@ -3,7 +3,7 @@
 #include <array>
 
 #include "platform/velnor.h"
-#include "simulator/machine/SimRegistry.h"
+#include "simulator/SimRegistry.h"
 #include "standin/client/names.h"
 #include "windows/com/ComPtr.h"
 #include "windows/com/errors.h"

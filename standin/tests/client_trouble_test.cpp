@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "simulator/machine/SimRegistry.h"
+#include "simulator/SimRegistry.h"
 #include "standin/client/registration.h"
 #include "standin/tests/ClientFixture.h"
 #include "windows/services/Registry.h"

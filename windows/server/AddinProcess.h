@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "addin/process.h"
+#include "state/process.h"
 #include "windows/services/Machine.h"
 
 namespace windows {

@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "addin/globals.h"
 #include "infra/runtime.h"
 #include "platform/platform.h"
+#include "state/globals.h"
 
 namespace cxol {
 

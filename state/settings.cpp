@@ -1,4 +1,4 @@
-#include "addin/settings.h"
+#include "state/settings.h"
 
 #include "infra/RegOp.h"
 #include "infra/badValue.h"

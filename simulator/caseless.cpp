@@ -1,4 +1,4 @@
-#include "simulator/machine/caseless.h"
+#include "simulator/caseless.h"
 
 namespace simulator {
 namespace {

@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "addin/ExplorerWrapper.h"
-#include "addin/InspectorWrapper.h"
-#include "addin/MenuForm.h"
-#include "addin/identity.h"
 #include "infra/collection.h"
 #include "platform/outlook.h"
+#include "state/ExplorerWrapper.h"
+#include "state/InspectorWrapper.h"
+#include "state/MenuForm.h"
+#include "state/identity.h"
 
 namespace cxol {
 
@@ -24,12 +24,8 @@ struct Globals {
   Collection<std::shared_ptr<InspectorWrapper>> g_colInspectors;
   std::shared_ptr<MenuForm> g_frmMenus;
 
-  /// The localized product name and the fixed names under which older bars are found.
+  /// The localized product name.
   std::u16string g_product;
-  std::u16string g_brand1;
-  std::u16string g_brand2;
-  std::u16string g_brand3;
-  std::u16string g_brand4;
 
   /// Settings, read once at the start.
   bool g_bUseMapi = false;

@@ -1,4 +1,4 @@
-#include "addin/process.h"
+#include "state/process.h"
 
 #include "infra/errors.h"
 #include "platform/timers.h"

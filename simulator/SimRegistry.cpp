@@ -1,9 +1,9 @@
-#include "simulator/machine/SimRegistry.h"
+#include "simulator/SimRegistry.h"
 
 #include <cstddef>
 #include <utility>
 
-#include "simulator/machine/caseless.h"
+#include "simulator/caseless.h"
 
 namespace simulator {
 namespace {

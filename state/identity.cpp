@@ -1,11 +1,11 @@
-#include "addin/identity.h"
+#include "state/identity.h"
 
 #include <algorithm>
 
-#include "addin/globals.h"
 #include "infra/runtime.h"
 #include "platform/clock.h"
 #include "platform/conversions.h"
+#include "state/globals.h"
 
 namespace cxol {
 namespace {
