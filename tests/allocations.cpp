@@ -11,7 +11,7 @@ tests::Allocations tests::allocations() noexcept {
   return made;
 }
 
-#ifdef __SANITIZE_ADDRESS__
+#ifdef CXOL_SANITIZED
 
 // The sanitizer's own operators stay, which check what others could not; it tells what they make.
 extern "C" int __sanitizer_install_malloc_and_free_hooks(

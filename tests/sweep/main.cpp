@@ -16,7 +16,7 @@ using namespace sweep;
 
 /// How many crossings of each kind are faulted without --long: as many as fit into two minutes, of
 /// which the sanitizers take their share.
-#ifdef __SANITIZE_ADDRESS__
+#ifdef CXOL_SANITIZED
 constexpr std::size_t UsualMost = 8;
 #else
 constexpr std::size_t UsualMost = 100;

@@ -1,0 +1,1 @@
+// Nothing of its own: stands for the headers that are compiled with it.
