@@ -1,16 +1,31 @@
-# One precompiled header for all targets that are compiled with the project's options.
-add_library(cxol_precompiled STATIC cmake/precompiled.cpp)
-target_link_libraries(cxol_precompiled PRIVATE cxol_options)
-target_precompile_headers(cxol_precompiled PRIVATE
-  <algorithm> <array> <cstdint> <deque> <exception> <functional> <map> <memory> <optional> <ranges>
-  <set> <span> <stdexcept> <string> <string_view> <unordered_map> <utility> <variant> <vector>)
+# One precompiled header for all targets that are compiled with the project's options, and one for
+# those of folders that leave line numbers out.
+function(cxol_precompiled_header target)
+  add_library(${target} STATIC cmake/precompiled.cpp)
+  target_link_libraries(${target} PRIVATE cxol_options)
+  target_compile_options(${target} PRIVATE ${ARGN})
+  target_precompile_headers(${target} PRIVATE
+    <algorithm> <array> <cstdint> <deque> <exception> <functional> <map> <memory> <optional>
+    <ranges> <set> <span> <stdexcept> <string> <string_view> <unordered_map> <utility> <variant>
+    <vector>)
+endfunction()
+cxol_precompiled_header(cxol_precompiled)
+if(WIN32)
+  cxol_precompiled_header(cxol_precompiled_plain -g0)
+endif()
 
 function(cxol_precompile_below folder)
+  set(header cxol_precompiled)
+  get_property(options DIRECTORY ${folder} PROPERTY COMPILE_OPTIONS)
+  if("-g0" IN_LIST options)
+    set(header cxol_precompiled_plain)
+  endif()
   get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
+  list(FILTER targets EXCLUDE REGEX "^cxol_precompiled")
   foreach(target ${targets})
     get_target_property(libraries ${target} LINK_LIBRARIES)
-    if("cxol_options" IN_LIST libraries AND NOT target STREQUAL "cxol_precompiled")
-      target_precompile_headers(${target} REUSE_FROM cxol_precompiled)
+    if("cxol_options" IN_LIST libraries)
+      target_precompile_headers(${target} REUSE_FROM ${header})
     endif()
   endforeach()
   get_property(subfolders DIRECTORY ${folder} PROPERTY SUBDIRECTORIES)
