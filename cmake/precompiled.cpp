@@ -1,1 +1,0 @@
-// Nothing of its own: stands for the headers that are compiled with it.
