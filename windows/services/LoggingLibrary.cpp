@@ -1,5 +1,6 @@
 #include "windows/services/LoggingLibrary.h"
 
+#include "platform/automation.h"
 #include "windows/com/text.h"
 
 namespace windows {
