@@ -58,7 +58,10 @@ std::int32_t langIdOfLanguageService() {
   std::int32_t langId = 0;
   ResumeNext resume;
   resume([&] {
-    const auto service = machine().objects.create(u"BoreaLogonUM.BRLanguageServices");
+    constexpr std::u16string_view Service = u"BoreaLogonUM.BRLanguageServices";
+    // Hardly ever there: not worth an error.
+    if (!machine().objects.registered(Service)) return;
+    const auto service = machine().objects.create(Service);
     langId = service.call(u"GetCurrentUserLanguage").toInt32();
   });
   return langId;

@@ -31,7 +31,10 @@ class MapiHelper {
   };
 
   virtual ~MapiHelper() = default;
-  /// 0 on success.
+  /// What `init` gives without the library or its function: most machines have none, where an error
+  /// would cost each start its way.
+  static constexpr std::int32_t NotThere = -1;
+  /// 0 on success. Alone raises no error for what is not there.
   virtual std::int32_t init() = 0;
   virtual void deinit() = 0;
   virtual Sender sender(const automation::Object& item) = 0;

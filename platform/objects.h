@@ -10,6 +10,8 @@ namespace platform {
 class Objects {
  public:
   virtual ~Objects() = default;
+  /// False when there is no such class on this machine: it could not be created.
+  virtual bool registered(std::u16string_view className) = 0;
   /// The running instance; raises error 429 when none runs, ServerBusy when one runs that takes no
   /// messages.
   virtual automation::Object running(std::u16string_view className) = 0;

@@ -44,7 +44,7 @@ std::int32_t SimLoggingLibrary::createLogger(std::int32_t index, std::u16string_
                                              std::u16string_view module, std::int32_t p4,
                                              std::int32_t p5, std::int32_t p6, std::int32_t p7) {
   boundary_.service(u"LoggingLibrary", u"createLogger");
-  bind(u"K9TLog_CreateLogger");
+  if (!loaded_ || lacking_.contains(u"K9TLog_CreateLogger")) return NotThere;
   std::int32_t status = loggers_.contains(index) ? IndexTaken : Done;
   if (!createStatuses_.empty()) {
     status = createStatuses_.front();

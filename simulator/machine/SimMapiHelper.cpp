@@ -23,7 +23,7 @@ void SimMapiHelper::call(std::u16string_view operation, std::u16string_view name
     throw automation::Error(automation::ErrorNumber::EntryPointNotFound);
   }
   ++calls_.try_emplace(std::u16string(name), 0).first->second;
-  if (!initialized_ && name != InitExport && name != DeinitExport) ++callsWhileClosed_;
+  if (!initialized_ && name != DeinitExport) ++callsWhileClosed_;
 }
 
 const MapiFacts& SimMapiHelper::facts(std::u16string_view operation, std::u16string_view name,
@@ -36,7 +36,9 @@ const MapiFacts& SimMapiHelper::facts(std::u16string_view operation, std::u16str
 }
 
 std::int32_t SimMapiHelper::init() {
-  call(u"init", InitExport);
+  boundary_.service(u"MapiHelper", u"init");
+  if (!present_ || lacking_.contains(InitExport)) return NotThere;
+  ++calls_.try_emplace(std::u16string(InitExport), 0).first->second;
   initialized_ = initStatus_ == 0;
   return initStatus_;
 }

@@ -15,6 +15,15 @@ bool isClients(std::u16string_view className) {
 
 }  // namespace
 
+bool SimObjects::registered(std::u16string_view className) {
+  try {
+    boundary_.service(u"Objects", u"registered");
+  } catch (const automation::Error&) {
+    return false;
+  }
+  return isClients(className) || classes_.contains(folded(className));
+}
+
 automation::Object SimObjects::running(std::u16string_view className) {
   boundary_.service(u"Objects", u"running");
   if (!sameName(className, velnor::ApplicationClass)) {

@@ -18,6 +18,7 @@ class SimObjects : public platform::Objects {
  public:
   SimObjects(Boundary& boundary, Client& client) : boundary_(boundary), client_(client) {}
 
+  bool registered(std::u16string_view className) override;
   automation::Object running(std::u16string_view className) override;
   automation::Object create(std::u16string_view className) override;
   bool answers(std::u16string_view className) override;

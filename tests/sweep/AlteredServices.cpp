@@ -47,6 +47,10 @@ class Objects : public platform::Objects {
   Object running(std::u16string_view name) override {
     return alterer_.object(inner_.running(name));
   }
+  bool registered(std::u16string_view name) override {
+    const bool answer = inner_.registered(name);
+    return alterer_.take() ? !answer : answer;
+  }
   Object create(std::u16string_view name) override { return alterer_.object(inner_.create(name)); }
   bool answers(std::u16string_view name) override { return inner_.answers(name); }
 

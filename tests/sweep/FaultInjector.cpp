@@ -43,6 +43,7 @@ struct ServiceRow {
 };
 constexpr ServiceRow Services[] = {
     {u"Clock", u"pumpMessages", true, false, false},
+    {u"Objects", u"registered", false, false, true},
     {u"Objects", u"", true, true, true},
     {u"MapiHelper", u"init", true, false, false},
     {u"MapiHelper", u"", true, false, true},

@@ -38,10 +38,15 @@ std::optional<std::u16string> Files::commonFilesFolder() {
 }
 
 bool Files::makeSureDirectoryPathExists(std::u16string_view folder) {
+  const std::string path = ansi(folder);
+  // At each start but the first: two libraries need not be loaded.
+  const DWORD attributes = GetFileAttributesA(path.c_str());
+  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+    return true;
+  }
   constexpr char Name[] = "MakeSureDirectoryPathExists";
   auto* make = imageHelper_.find<MakeSureDirectoryPathExists>(Name);
   if (!make) make = debugHelper_.find<MakeSureDirectoryPathExists>(Name);
-  const std::string path = ansi(folder);
   // The system may copy longer ones beyond the end of its own buffer.
   if (path.size() >= MAX_PATH) return false;
   return make && make(path.c_str()) != FALSE;

@@ -26,7 +26,8 @@ void LoggingLibrary::load(std::u16string_view path) {
 std::int32_t LoggingLibrary::createLogger(std::int32_t index, std::u16string_view product,
                                           std::u16string_view module, std::int32_t p4,
                                           std::int32_t p5, std::int32_t p6, std::int32_t p7) {
-  auto* create = library().require<CreateLogger>("K9TLog_CreateLogger");
+  auto* create = library_ ? library_->find<CreateLogger>("K9TLog_CreateLogger") : nullptr;
+  if (!create) return NotThere;
   return create(index, ansi(product).c_str(), ansi(module).c_str(), p4, p5, p6, p7);
 }
 

@@ -26,7 +26,8 @@ platform::MapiHelper::TextList textsOf(const SafeArray& array) {
 }  // namespace
 
 std::int32_t MapiHelper::init() {
-  return library_.require<Init>("_MapiInit@0")();
+  auto* init = library_.find<Init>("_MapiInit@0");
+  return init ? init() : NotThere;
 }
 
 void MapiHelper::deinit() {

@@ -1,5 +1,7 @@
 #include "windows/services/Objects.h"
 
+#include <optional>
+
 #include "windows/com/errors.h"
 #include "windows/com/text.h"
 #include "windows/com/values.h"
@@ -20,13 +22,23 @@ void requireFound(HRESULT result) {
   if (FAILED(result)) raiseCannotCreate();
 }
 
-CLSID classOf(std::u16string_view className) {
+std::optional<CLSID> findClass(std::u16string_view className) {
   CLSID id;
-  if (FAILED(CLSIDFromProgID(wide(std::u16string(className)), &id))) raiseCannotCreate();
+  if (FAILED(CLSIDFromProgID(wide(std::u16string(className)), &id))) return std::nullopt;
   return id;
 }
 
+CLSID classOf(std::u16string_view className) {
+  const auto id = findClass(className);
+  if (!id) raiseCannotCreate();
+  return *id;
+}
+
 }  // namespace
+
+bool Objects::registered(std::u16string_view className) {
+  return findClass(className).has_value();
+}
 
 automation::Object Objects::running(std::u16string_view className) {
   const CLSID id = classOf(className);

@@ -21,6 +21,7 @@ class Objects : public platform::Objects {
  public:
   explicit Objects(std::vector<ServerWindow> windows = {}) : windows_(std::move(windows)) {}
 
+  bool registered(std::u16string_view className) override;
   automation::Object running(std::u16string_view className) override;
   automation::Object create(std::u16string_view className) override;
   bool answers(std::u16string_view className) override;

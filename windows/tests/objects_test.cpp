@@ -303,6 +303,8 @@ TEST_F(Objects, OfOtherMakersWork) {
 
 TEST_F(Objects, AreFoundOnlyWhereTheyAre) {
   windows::Objects objects;
+  EXPECT_FALSE(objects.registered(u"Nobody.Knows"));
+  EXPECT_TRUE(objects.registered(u"Scripting.Dictionary"));
   EXPECT_EQ(errorNumber([&] { objects.create(u"Nobody.Knows"); }), 429);
   EXPECT_EQ(errorNumber([&] { objects.running(u"Nobody.Knows"); }), 429);
   EXPECT_EQ(errorNumber([&] { objects.running(u"Scripting.Dictionary"); }), 429);

@@ -422,6 +422,7 @@ TEST(LibraryTest, IsMissedAtTheCallOnly) {
   EXPECT_EQ(errorNumber([&] { logging.write(0, 3, u""); }), 53);
   logging.load(u"C:\\nowhere\\K9tLogVB.dll");
   EXPECT_EQ(errorNumber([&] { logging.write(0, 3, u""); }), 53);
+  EXPECT_EQ(logging.createLogger(0, u"", u"", 0, 0, 0, 0), LoggingLibrary::NotThere);
   Library library("no such library.dll");
   EXPECT_EQ(errorNumber([&] { library.require<void()>("Function"); }), 53);
   EXPECT_EQ(library.find<void()>("Function"), nullptr);
