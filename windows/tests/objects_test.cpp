@@ -216,7 +216,7 @@ TEST_F(Objects, LiveAsLongAsTheirSubscriptions) {
   server_->run([&] { source->handle().call(u"Ask", false, u"heard"); });
   EXPECT_EQ(sink->heard, std::vector<std::string>{"7 \"heard\" false"});
   connection.close();
-  EXPECT_EQ(DispatchExport::count(), 0U);
+  EXPECT_EQ(standin::DispatchExport::count(), 0U);
   source.reset();
 }
 
