@@ -51,9 +51,9 @@ dll=$build/windows/cxolcom.dll
 windows/tests/check_imports.sh "$dll" windows/tests/windows2000_imports.txt i686-w64-mingw32-objdump
 
 mkdir -p "$folder/symbols"
-cp "$build/packaging/velnor-addin-$version.msi" "$dll" CHANGELOG.md docs/administrators.md \
-  docs/settings.md "$folder"
-cp -r packaging/policy "$folder"
+cp "$build/packaging/velnor-addin-$version.msi" "$dll" CHANGELOG.md "$folder"
+cp docs/{administrators,settings,users,users.de,trace,interfaces}.md "$folder"
+cp -r packaging/policy docs/pictures "$folder"
 cp "$build/cxolcom.pdb" packaging/symbols/resolve.sh "$folder/symbols"
 xz -9 -T1 -c "$build/windows/cxolcom.debug" >"$folder/symbols/cxolcom.debug.xz"
 {
