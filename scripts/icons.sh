@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Draws the .ico files in resources/icons/ anew from the SVG files beside them. The .ico files are
-# kept under version control, so only somebody who changes a drawing needs this and its tools.
+# Draws the .ico files in resources/icons/, and the stand-in Outlook's, anew from the SVG files beside
+# them. The .ico files are kept under version control, so only somebody who changes a drawing needs this and its tools.
 set -euo pipefail
 cd "$(dirname "$0")/../resources/icons"
 
@@ -23,15 +23,15 @@ trap 'rm -rf "$work"' EXIT
 # Toolbars show 16 pixels; the ribbon has the system's small icons, which are larger on finer screens,
 # so its three icons also come larger, 24 and 48 pixels being made of the drawing for 32. Every system
 # that has a ribbon knows smooth images.
-for name in dial drop velnor action transfer blank; do
+for name in dial drop velnor action transfer blank ../../standin/outlook/outlook-standin; do
   case $name in
     dial | drop | action) sizes=(16 24 32 48) ;;
-    velnor) sizes=(16 32) ;;
+    velnor | */outlook-standin) sizes=(16 32) ;;
     *) sizes=(16) ;;
   esac
   images=()
   for size in "${sizes[@]}"; do
-    drawn=$work/$name-$size.png
+    drawn=$work/${name##*/}-$size.png
     drawing=$name-32.svg
     [ "$size" != 16 ] || drawing=$name-16.svg
     rsvg-convert -w "$size" -h "$size" "$drawing" -o "$drawn"

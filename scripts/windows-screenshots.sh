@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Plays a first call with real windows on a virtual screen, under Wine, and leaves pictures of it: an
-# explorer with its toolbar, an inspector with its toolbar, an open menu of numbers under its button,
-# a window with the ribbon.
+# explorer with its toolbar, an inspector with its toolbar, open menus under their buttons, a call that
+# comes in, a window with the ribbon. Those in docs/pictures are made of the English ones: the pictures
+# explorer, inspector, incoming-call and ribbon in FOLDER/docs, cut to what matters, to be looked at and
+# copied.
 #
 #   scripts/windows-screenshots.sh [FOLDER]      by default build/screenshots
 #
@@ -49,10 +51,15 @@ colour WindowText "$text"
 scenario() {
   cat <<SCENARIO
 language $1
-client running
+client hidden
 outlook 11.0
 wait 21 s
 folder "Contacts"
+type "030 23125 231"
+connect
+# picture dial-box
+wait 2 s
+end call
 select "Meier"
 wait 400 ms
 # picture explorer
@@ -61,6 +68,12 @@ click dial
 # picture explorer-menu
 wait 2 s
 escape
+client running
+ring "0711 5550199"
+# picture incoming-call
+wait 2 s
+end call
+client hidden
 open "Meier, Hans"
 wait 1 s
 # picture inspector
@@ -70,6 +83,7 @@ click actions
 wait 2 s
 escape
 quit
+wait 1 s
 outlook 12.0
 open "Meier, Hans"
 # picture ribbon
@@ -96,5 +110,15 @@ for language in $languages; do
       esac
     done
 done
+
+# What the documents show: from the title bar to below the open menu.
+cut() {
+  [ ! -e "$pictures/en-$1.png" ] || convert "$pictures/en-$1.png" -crop "$3" +repage "$pictures/docs/$2.png"
+}
+mkdir -p "$pictures/docs"
+cut explorer-menu explorer 680x280+20+20
+cut incoming-call incoming-call 708x420+20+20
+cut inspector-menu inspector 680x250+48+48
+cut ribbon ribbon 680x220+48+48
 echo "pictures in $pictures:"
 ls "$pictures"

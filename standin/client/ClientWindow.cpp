@@ -27,6 +27,8 @@ constexpr struct {
   const wchar_t* text;
   std::span<const Entry> entries;
 } Menus[] = {{L"&Telephone", Telephone}, {L"T&rouble", Trouble}};
+/// Below the toolbars of Outlook's first window.
+constexpr POINT Place{196, 236};
 constexpr UINT EntriesInMenu = 100;
 
 HMENU makeMenu() {
@@ -60,13 +62,13 @@ ClientWindow::ClientWindow(ClientServer& server) : server_(server) {
   description.cbSize = sizeof description;
   description.lpfnWndProc = procedure;
   description.hInstance = module;
-  description.hIcon = LoadIconW(nullptr, reinterpret_cast<LPCWSTR>(IDI_APPLICATION));
+  description.hIcon = LoadIconW(module, MAKEINTRESOURCEW(1));
   description.hCursor = LoadCursorW(nullptr, reinterpret_cast<LPCWSTR>(IDC_ARROW));
   description.hbrBackground = GetSysColorBrush(COLOR_WINDOW);
   description.lpszClassName = name;
   RegisterClassExW(&description);
-  window_ = CreateWindowExW(0, name, L"Velnor", WS_OVERLAPPEDWINDOW, CW_USEDEFAULT, CW_USEDEFAULT,
-                            520, 320, nullptr, makeMenu(), module, this);
+  window_ = CreateWindowExW(0, name, L"Velnor", WS_OVERLAPPEDWINDOW, Place.x, Place.y, 520, 220,
+                            nullptr, makeMenu(), module, this);
   if (!window_) windows::check(HRESULT_FROM_WIN32(GetLastError()));
   refresh();
 }

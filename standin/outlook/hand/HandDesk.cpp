@@ -20,6 +20,23 @@ std::u16string nameOf(const simulator::ControlView& control) {
   return control.tag.empty() ? control.caption : control.tag;
 }
 
+/// "ISDNNumber" in words: "ISDN number".
+std::u16string inWords(std::u16string_view name) {
+  const auto isUpper = [&](std::size_t at) { return name[at] >= u'A' && name[at] <= u'Z'; };
+  const auto isLower = [&](std::size_t at) {
+    return at < name.size() && name[at] >= u'a' && name[at] <= u'z';
+  };
+  std::u16string words;
+  for (std::size_t i = 0; i < name.size(); ++i) {
+    const bool digit = name[i] >= u'0' && name[i] <= u'9';
+    const bool begins = i > 0 && (digit || (isUpper(i) && (!isUpper(i - 1) || isLower(i + 1))));
+    if (begins) words += u' ';
+    // What is written in capitals stays so.
+    words += begins && isUpper(i) && isLower(i + 1) ? static_cast<char16_t>(name[i] + 32) : name[i];
+  }
+  return words;
+}
+
 void tellProblem(std::string_view text) {
   MessageBoxW(GetActiveWindow(), windows::wide(scenario::toUtf16(text)), L"Outlook stand-in",
               MB_OK | MB_ICONWARNING);
@@ -80,8 +97,14 @@ void HandDesk::sync() {
   }
   const int front = views.empty() ? 0 : views.front().number;
   if (front != 0 && front != front_) BringWindowToTop(windows_.at(front)->hwnd());
-  front_ = front;
+  setFront(front);
   --depth_;
+}
+
+void HandDesk::setFront(int window) {
+  const auto before = windows_.find(std::exchange(front_, window));
+  if (before != windows_.end() && before->first != window)
+    SendMessageW(before->second->hwnd(), WM_NCACTIVATE, FALSE, 0);
 }
 
 template <class Action>
@@ -139,7 +162,8 @@ std::vector<ItemList::Line> HandDesk::fieldsOf(std::u16string_view itemId) const
       for (const auto& [name, value] : item.properties) {
         if (value.isObject() || value.isArray() || value.isEmpty()) continue;
         const std::u16string text = value.toText();
-        if (!text.empty()) lines.push_back({name, scenario::toUtf16(scenario::oneLine(text))});
+        if (!text.empty())
+          lines.push_back({inWords(name), scenario::toUtf16(scenario::oneLine(text))});
       }
     }
   }
@@ -173,7 +197,7 @@ void HandDesk::switchFolder(int window, std::u16string_view folder) {
 void HandDesk::activate(int window) {
   // What the host itself has brought to the front is no doing of the user's.
   if (depth_ > 0 || !session_.running() || session_.host().activeWindow() == window) return;
-  front_ = window;
+  setFront(window);
   act([&] { session_.host().activate(window); });
 }
 
@@ -201,6 +225,10 @@ void HandDesk::command(int window, int id) {
       case HandCommand::NewExplorer: session_.host().openExplorer(); break;
       case HandCommand::SwitchView: switchView(window); break;
       case HandCommand::SwitchAddin: session_.switchAddin(!session_.addinOn()); break;
+      case HandCommand::Close:
+        session_.host().close(window);
+        session_.settle();
+        break;
       case HandCommand::Quit: session_.quit(); break;
       case HandCommand::NewItem: break;
     }

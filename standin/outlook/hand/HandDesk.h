@@ -28,7 +28,11 @@ class HandDesk : private simulator::CrossingObserver {
   // For the windows.
   const HostPictures& pictures() const { return session_.pictures(); }
   std::vector<std::u16string> folders() const;
-  /// Names and values of an item's properties.
+  /// Whether this Outlook's inspectors have a ribbon.
+  bool hasRibbon() const { return session_.host().options().version.starts_with(u"12."); }
+  /// Whether this is the window in front, of all of Outlook's.
+  bool isFront(int window) const { return window == front_; }
+  /// Names and values of an item's properties, the names in words.
   std::vector<ItemList::Line> fieldsOf(std::u16string_view itemId) const;
 
   void click(int window, const simulator::ControlView& control);
@@ -52,6 +56,7 @@ class HandDesk : private simulator::CrossingObserver {
   template <class Action>
   void act(Action&& action);
   void switchView(int window);
+  void setFront(int window);
   std::optional<RECT> placeOf(const Session::Click& click) const;
   /// A click that no mouse made: puts the pointer where the mouse would be.
   void pointAt(const Session::Click& click);

@@ -3,31 +3,36 @@
 namespace standin {
 namespace {
 
-struct MenuRow {
-  HandCommand command;
-  const wchar_t* caption;
-};
-constexpr MenuRow Rows[] = {
-    {HandCommand::NewExplorer, L"New &window"},
-    {HandCommand::SwitchView, L"Switch &view"},
-    {HandCommand::SwitchAddin, L"&Add-in on or off"},
-    {HandCommand::Quit, L"&Quit"},
-};
 constexpr const wchar_t* Items[] = {L"&Mail",    L"&Appointment", L"&Contact", L"&Task",
                                     L"&Journal", L"&Note",        L"&Post"};
 
 }  // namespace
 
-HMENU createHandMenu() {
-  const HMENU file = CreatePopupMenu();
-  for (const MenuRow& row : Rows)
-    AppendMenuW(file, MF_STRING, static_cast<UINT_PTR>(row.command), row.caption);
+HMENU createHandMenu(simulator::WindowKind kind) {
+  const bool explorer = kind == simulator::WindowKind::Explorer;
+  const auto append = [](HMENU menu, HandCommand command, const wchar_t* caption) {
+    AppendMenuW(menu, MF_STRING, static_cast<UINT_PTR>(command), caption);
+  };
+  const auto appendMenu = [](HMENU menu, HMENU popup, const wchar_t* caption) {
+    AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(popup), caption);
+  };
   const HMENU items = CreatePopupMenu();
   UINT_PTR id = static_cast<UINT_PTR>(HandCommand::NewItem);
   for (const wchar_t* item : Items) AppendMenuW(items, MF_STRING, id++, item);
+  const HMENU file = CreatePopupMenu();
+  appendMenu(file, items, L"Ne&w");
+  if (explorer) append(file, HandCommand::NewExplorer, L"New &window");
+  append(file, HandCommand::Close, L"&Close");
   const HMENU menu = CreateMenu();
-  AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(file), L"&Outlook");
-  AppendMenuW(menu, MF_POPUP, reinterpret_cast<UINT_PTR>(items), L"&New");
+  appendMenu(menu, file, L"&File");
+  if (!explorer) return menu;
+  append(file, HandCommand::Quit, L"E&xit");
+  const HMENU view = CreatePopupMenu();
+  append(view, HandCommand::SwitchView, L"Switch &view");
+  appendMenu(menu, view, L"&View");
+  const HMENU tools = CreatePopupMenu();
+  append(tools, HandCommand::SwitchAddin, L"&Add-in on or off");
+  appendMenu(menu, tools, L"&Tools");
   return menu;
 }
 

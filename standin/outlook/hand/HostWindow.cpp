@@ -12,6 +12,10 @@ namespace {
 constexpr int FoldersWidth = 140;
 constexpr UINT SelectionMessage = WM_APP;
 
+/// Buttons of Outlook's own toolbar, of which the first works.
+constexpr const char16_t* StandardOfExplorer[] = {u"New", u"Print", u"Delete", u"Find"};
+constexpr const char16_t* StandardOfInspector[] = {u"Close", u"Print", u"Delete", u"Copy"};
+
 RECT startPlace(int number) {
   constexpr int step = 28;
   const int offset = (number - 1) % 10 * step;
@@ -21,9 +25,10 @@ RECT startPlace(int number) {
 }  // namespace
 
 HostWindow::HostWindow(HandDesk& desk, const simulator::WindowView& view) : desk_(desk) {
+  view_.kind = view.kind;
   const bool main = view.kind == simulator::WindowKind::Explorer;
   create({view.caption, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, startPlace(view.number), nullptr,
-          main ? createHandMenu() : nullptr});
+          main || !desk_.hasRibbon() ? createHandMenu(view.kind) : nullptr});
   items_ =
       std::make_unique<ItemList>(hwnd(), main ? std::vector<std::u16string>{u"Subject"}
                                               : std::vector<std::u16string>{u"Field", u"Value"});
@@ -36,6 +41,8 @@ HostWindow::HostWindow(HandDesk& desk, const simulator::WindowView& view) : desk
                                            [this](const simulator::RibbonButtonView& button) {
                                              desk_.clickRibbon(view_.number, button.id);
                                            });
+  if (!main && desk_.hasRibbon()) ribbon_->showTabs();
+  if (main || !desk_.hasRibbon()) addStandardBar();
   show(view);
   ShowWindow(hwnd(), SW_SHOW);
 }
@@ -48,6 +55,28 @@ void HostWindow::show(const simulator::WindowView& view) {
   ribbon_->show(view_.ribbon);
   showItems();
   layOut();
+}
+
+void HostWindow::addStandardBar() {
+  using simulator::ControlView;
+  simulator::BarView bar;
+  bar.name = u"Standard";
+  for (const char16_t* caption : explorer() ? StandardOfExplorer : StandardOfInspector) {
+    ControlView control;
+    control.caption = caption;
+    control.style = office::ButtonStyle::Caption;
+    // What the stand-in can't do looks like it.
+    control.enabled = bar.controls.empty();
+    bar.controls.push_back(control);
+  }
+  const auto first = explorer() ? HandCommand::NewItem : HandCommand::Close;
+  standard_ = std::make_unique<BarWindow>(
+      hwnd(), desk_.pictures(),
+      BarWindow::Hand{[this, first](const ControlView&) {
+                        desk_.command(view_.number, static_cast<int>(first));
+                      },
+                      [](const ControlView&, std::u16string_view) {}});
+  standard_->show(bar);
 }
 
 void HostWindow::showBars() {
@@ -93,6 +122,10 @@ void HostWindow::layOut() {
   GetClientRect(hwnd(), &area);
   const int width = area.right;
   int top = 0;
+  if (standard_) {
+    MoveWindow(standard_->hwnd(), 0, 0, width, standard_->height(), TRUE);
+    top = standard_->height();
+  }
   for (const simulator::BarView& bar : view_.bars) {
     const auto window = bars_.find(bar.name);
     if (window == bars_.end()) continue;
@@ -153,6 +186,9 @@ LRESULT HostWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_ACTIVATE:
       if (LOWORD(wParam) != WA_INACTIVE) desk_.activate(view_.number);
       return 0;
+    case WM_NCACTIVATE:
+      // A menu or the client coming up takes the focus: Outlook's front window looks active still.
+      return NativeWindow::onMessage(message, wParam != 0 || desk_.isFront(view_.number), lParam);
     case WM_NOTIFY: return onNotify(*reinterpret_cast<const NMHDR*>(lParam));
     case WM_COMMAND: onCommand(LOWORD(wParam), HIWORD(wParam)); return 0;
     case SelectionMessage: onSelection(); return 0;

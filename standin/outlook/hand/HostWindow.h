@@ -31,6 +31,8 @@ class HostWindow : public NativeWindow {
   LRESULT onNotify(const NMHDR& header);
   void onCommand(int id, int notification);
   void onSelection();
+  /// The toolbar that Outlook has of its own.
+  void addStandardBar();
   void showBars();
   void showItems();
   void layOut();
@@ -38,6 +40,7 @@ class HostWindow : public NativeWindow {
 
   HandDesk& desk_;
   simulator::WindowView view_;
+  std::unique_ptr<BarWindow> standard_;
   std::map<std::u16string, std::unique_ptr<BarWindow>> bars_;
   std::unique_ptr<RibbonWindow> ribbon_;
   std::unique_ptr<ItemList> items_;

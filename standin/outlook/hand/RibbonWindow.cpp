@@ -44,6 +44,7 @@ void drawText(HDC canvas, const std::u16string& text, RECT place, UINT how) {
 /// The name of a tab as Outlook shows it: a built-in one has an id only.
 std::u16string tabTitle(std::u16string_view tab) {
   constexpr std::u16string_view prefix = u"Tab";
+  if (tab.ends_with(u"Message")) return u"Message";
   return std::u16string(tab.starts_with(prefix) ? tab.substr(prefix.size()) : tab);
 }
 
@@ -55,7 +56,8 @@ RibbonWindow::RibbonWindow(HWND parent, const HostPictures& pictures, Click clic
 }
 
 int RibbonWindow::height() const {
-  return groups_.empty() ? 0 : TabHeight + GroupHeight + 2 * Margin;
+  if (!groups_.empty()) return TabHeight + GroupHeight + 2 * Margin;
+  return tabs_ ? TabHeight + Margin : 0;
 }
 
 void RibbonWindow::show(const std::vector<simulator::RibbonGroupView>& groups) {
@@ -115,16 +117,36 @@ void RibbonWindow::paintButton(HDC canvas, const Place& place, bool hot) const {
   drawText(canvas, scenario::shownCaption(button.label), rect, DT_CENTER);
 }
 
+void RibbonWindow::paintTabs(HDC canvas) const {
+  std::vector<std::u16string> titles;
+  for (const auto& group : groups_) {
+    if (titles.empty() || titles.back() != tabTitle(group.tab))
+      titles.push_back(tabTitle(group.tab));
+  }
+  const std::size_t active = titles.size();
+  // Others that windows of items have.
+  titles.insert(titles.end(), {u"Insert", u"Format Text"});
+  RECT area{};
+  GetClientRect(hwnd(), &area);
+  area.top = TabHeight;
+  DrawEdge(canvas, &area, EDGE_ETCHED, BF_TOP);
+  RECT tab{Margin, 2, 0, TabHeight + 1};
+  for (std::size_t i = 0; i < titles.size(); ++i) {
+    tab.right = tab.left + widthOf(canvas, titles[i]) + 4 * Margin;
+    if (i < active) {
+      FillRect(canvas, &tab, GetSysColorBrush(COLOR_BTNFACE));
+      DrawEdge(canvas, &tab, EDGE_ETCHED, BF_LEFT | BF_TOP | BF_RIGHT);
+    }
+    drawText(canvas, titles[i], tab, DT_CENTER);
+    tab.left = tab.right;
+  }
+}
+
 void RibbonWindow::paint(HDC canvas) const {
   const FontIn font(canvas);
-  RECT tab{Margin, 2, 0, TabHeight};
+  if (tabs_) paintTabs(canvas);
   for (std::size_t g = 0; g < groups_.size(); ++g) {
     RECT frame = frames_[g];
-    if (g == 0 || groups_[g].tab != groups_[g - 1].tab) {
-      tab.right = frame.right;
-      drawText(canvas, tabTitle(groups_[g].tab), tab, DT_LEFT);
-    }
-    tab.left = frame.right + Margin;
     DrawEdge(canvas, &frame, EDGE_ETCHED, BF_RECT);
     frame.top = frame.bottom - LabelHeight - 2;
     SetTextColor(canvas, GetSysColor(COLOR_GRAYTEXT));

@@ -12,12 +12,14 @@
 namespace standin {
 
 /// The add-in's groups of a ribbon, drawn as panels: large pictures with their labels below, the
-/// group's label at the bottom, the tab's name above.
+/// group's label at the bottom, the tabs' names above.
 class RibbonWindow : public NativeWindow {
  public:
   using Click = std::function<void(const simulator::RibbonButtonView&)>;
   RibbonWindow(HWND parent, const HostPictures& pictures, Click click);
 
+  /// From now on there is a strip of tabs, with groups below or without.
+  void showTabs() { tabs_ = true; }
   void show(const std::vector<simulator::RibbonGroupView>& groups);
   std::optional<RECT> placeOf(std::u16string_view button) const;
   int height() const;
@@ -30,6 +32,7 @@ class RibbonWindow : public NativeWindow {
   };
   LRESULT onMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void layOut();
+  void paintTabs(HDC canvas) const;
   void paint(HDC canvas) const;
   void paintButton(HDC canvas, const Place& place, bool hot) const;
   std::size_t hit(LPARAM position) const;
@@ -41,6 +44,7 @@ class RibbonWindow : public NativeWindow {
   std::vector<RECT> frames_;
   std::vector<Place> places_;
   std::size_t hot_;
+  bool tabs_ = false;
 };
 
 }  // namespace standin
