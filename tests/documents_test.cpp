@@ -365,5 +365,21 @@ TEST(UsersPages, SayOnlyWhatSamplesShow) {
   EXPECT_GT(shown, 30);
 }
 
+// ---- All of them
+
+TEST(Documents, LinkToWhatIsThere) {
+  std::vector<std::filesystem::path> pages{PROJECT_DIR "/README.md",
+                                           PROJECT_DIR "/CONTRIBUTING.md"};
+  for (const auto& entry : std::filesystem::directory_iterator(DOCS_DIR)) {
+    if (entry.path().extension() == ".md") pages.push_back(entry.path());
+  }
+  EXPECT_GT(pages.size(), 9U);
+  for (const auto& page : pages) {
+    for (const auto& link :
+         findAll(simulator::readWholeFile(page.string()).value(), R"(\]\(([^)#:]+)\))"))
+      EXPECT_TRUE(std::filesystem::exists(page.parent_path() / link[1])) << page << ": " << link[1];
+  }
+}
+
 }  // namespace
 }  // namespace tests
