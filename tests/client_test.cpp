@@ -5,6 +5,7 @@
 #include "client/OpenVelnorActionDialog.h"
 #include "client/VelnorLocator.h"
 #include "state/process.h"
+#include "tests/Once.h"
 #include "tests/World.h"
 
 namespace tests {
@@ -94,6 +95,19 @@ TEST_F(ClientTest, ToldThatItIsNotInstalled) {
     EXPECT_TRUE(world.traced(u"Error:   " + text));
   }
   EXPECT_TRUE(world.machine.processes.started().empty()) << "a shell may open a folder";
+}
+
+TEST_F(ClientTest, AStartFailsUpToTheResult32) {
+  const std::pair<std::int32_t, std::u16string> answers[] = {
+      {32, u"Velnor läßt sich nicht starten. Installieren Sie die Software neu."},
+      {33, u"Timeout beim Warten auf Velnor"}};
+  for (const auto& [result, box] : answers) {
+    world.forget();
+    const Once answer(world.boundary, u"Processes", u"shellExecute",
+                      [code = result] { throw automation::Error(code, u""); });
+    cxol::ShellExecuteVelnorWait();
+    EXPECT_EQ(world.machine.screen.messageBoxes(), Texts{box});
+  }
 }
 
 TEST_F(ClientTest, EachWaitEndsWithItsOwnMessage) {
@@ -244,6 +258,22 @@ TEST_F(ClientTest, AnyFailureOfACallIsOneLineInTheTrace) {
     EXPECT_EQ(world.trace().back(), u"Error:   ERROR in CxDial(): Störung");
     EXPECT_EQ(world.machine.screen.messageBoxes(), Texts{});
     world.machine.client.restoreMember(member);
+  }
+  // The client is in service, and fails before the number is handed over.
+  const struct {
+    std::uint32_t remote;
+    const char16_t *owner, *member, *line;
+  } cases[] = {{0, u"PhoneCommand", u"LineState", u"CxDial (0711): GetVelnorAuxSvc = Nothing"},
+               {1, u"Objects", u"create", u"CxDial (0711): GetVelnorRemote = Nothing"}};
+  for (const auto& c : cases) {
+    world.option(AddInKey, u"DialRemote", c.remote);
+    const Once fails(world.boundary, c.owner, c.member, [&] {
+      world.machine.client.failMember(u"AuxiliaryService");
+      if (c.remote != 0) throw automation::Error(automation::ErrorNumber::AutomationFailed);
+    });
+    CxDial(u"0711");
+    EXPECT_EQ(world.trace().back(), std::u16string(u"Error:   ") + c.line);
+    world.machine.client.restoreMember(u"AuxiliaryService");
   }
   // The object is there, but does not give its service.
   world.machine.client.failMember(u"AuxiliaryService", automation::Error(-2147467259, u"Störung"));

@@ -85,6 +85,9 @@ TEST_F(CommandsTest, ASignallingCallIsPickedUpWithoutAMenu) {
   EXPECT_TRUE(world.traced(u"Debug:   clsVelnorCmd: VelnorCmd call PickUp"));
   click(u"CxBtDrop");
   EXPECT_EQ(world.machine.client.told().back().kind, simulator::Told::Kind::HangUp);
+  world.machine.client.failMember(u"HangUp");
+  click(u"CxBtDrop");
+  EXPECT_EQ(world.trace().back(), u"Error:   ERROR in clsVelnorCmds.Drop(): Automation error");
 }
 
 TEST_F(CommandsTest, ACallTaskNamesWhomToCall) {
@@ -126,10 +129,8 @@ TEST_F(CommandsTest, ActionsOfAContactAreAMenu) {
   world.user.choice = u"Actions";
   click(u"CxBtAction");
   EXPECT_EQ(world.menu(), Texts{u"Actions..."});
-  ASSERT_EQ(world.machine.client.told().size(), 1u);
-  EXPECT_EQ(world.machine.client.told()[0].kind, simulator::Told::Kind::ShowActions);
-  EXPECT_EQ(world.machine.client.told()[0].text,
-            u"books=outlook:store,folder Contacts\nrecordid=none");
+  EXPECT_EQ(world.told(), Texts{u"open actions \"books=outlook:store,folder "
+                                u"Contacts\\nrecordid=none\" (1, 1)"});
 }
 
 TEST_F(CommandsTest, TheActionsNameEachOfAContactsNumbers) {
@@ -164,9 +165,9 @@ TEST_F(CommandsTest, ActionsOfAnotherItemGoStraightToTheClient) {
   open(u"mail");
   click(u"CxBtAction");
   EXPECT_EQ(world.menu(), Texts{});
-  ASSERT_EQ(world.machine.client.told().size(), 1u);
-  EXPECT_EQ(world.machine.client.told()[0].text,
-            u"books=search\nfield0=email\nmatch0=a@x\n\nbooks=search\nfield0=email\nmatch0=b@x");
+  EXPECT_EQ(world.told(),
+            Texts{u"open actions \"books=search\\nfield0=email\\nmatch0=a@x\\n\\nbooks=search"
+                  u"\\nfield0=email\\nmatch0=b@x\" (1, 1)"});
 }
 
 TEST_F(CommandsTest, WithoutAClientTheLogNamesDialForAll) {

@@ -61,7 +61,16 @@ TEST_F(ExplorerTest, TheToolbarComesWithTheTimerAfterTwentySeconds) {
 
 TEST_F(ExplorerTest, ASelectionBringsTheToolbarAtOnceAndNamesTheItemLater) {
   world.addContact(u"Meier");
-  world.addContact(u"Wolfeschlegelsteinhausen");
+  const std::pair<std::u16string, std::u16string> captions[] = {
+      {u"Wolfeschlegelsteinhausen", u"Wolfeschlegelstei..."},
+      {u"Wolfeschlegelsteinha", u"Wolfeschlegelsteinha"},
+      {u"Wolfeschlegelstein, A", u"Wolfeschlegelstei..."},
+      // A character of two units goes as a whole, the first of them and the last.
+      {u"Wolfeschlegelste\U00010000, Anna", u"Wolfeschlegelste..."},
+      {u"Wolfeschlegelste\U0010FFFF, Anna", u"Wolfeschlegelste..."},
+      {u"Wolfeschlegels, \U00010000, Anna", u"Wolfeschlegels, ..."},
+      {u"Wolfeschlegelste\uD7FF, Anna", u"Wolfeschlegelste\uD7FF..."}};
+  for (const auto& [name, shown] : captions) world.addContact(name);
   world.start();
   world.select(u"Contacts", u"Meier");
   EXPECT_EQ(world.tagsOf(1, Product), AllTags);
@@ -70,9 +79,11 @@ TEST_F(ExplorerTest, ASelectionBringsTheToolbarAtOnceAndNamesTheItemLater) {
   EXPECT_EQ(world.control(1, u"CxBtAction").caption, u"Actions");
   world.machine.advance(1);
   EXPECT_EQ(world.control(1, u"CxBtAction").caption, u"Meier");
-  world.select(u"Contacts", u"Wolfeschlegelsteinhausen");
-  world.machine.advance(400);
-  EXPECT_EQ(world.control(1, u"CxBtAction").caption, u"Wolfeschlegelstei...");
+  for (const auto& [name, shown] : captions) {
+    world.select(u"Contacts", name);
+    world.machine.advance(400);
+    EXPECT_EQ(world.control(1, u"CxBtAction").caption, shown);
+  }
 }
 
 TEST_F(ExplorerTest, SeveralSelectionsInShortOrderCountOnce) {
@@ -118,7 +129,9 @@ TEST_F(ExplorerTest, BarsOfOtherNamesAndLayoutsAreTakenOver) {
   for (const auto& c : cases) {
     SCOPED_TRACE(automation::Error(0, c.name).what());
     world.bars.explorers = {simulator::storedBar(c.name, c.tags)};
+    const Once drawn(world.boundary, u"Clock", u"pumpMessages", [] {});
     world.startWithToolbar();
+    EXPECT_EQ(drawn.count(), 1) << "new buttons are drawn at once";
     auto tags = *world.tagsOf(1, Product);
     EXPECT_EQ(world.window(1).bars.size(), 1u);
     std::ranges::sort(tags);
@@ -139,7 +152,11 @@ TEST_F(ExplorerTest, TheBarOutlivesOutlookHiddenAndIsFoundAgain) {
   ASSERT_EQ(world.bars.explorers.size(), 1u);
   EXPECT_FALSE(world.bars.explorers[0].visible);
   world.start();
-  world.machine.advance(25'000);
+  {
+    const Once drawn(world.boundary, u"Clock", u"pumpMessages", [] {});
+    world.machine.advance(25'000);
+    EXPECT_FALSE(drawn.happened()) << "nothing new to draw";
+  }
   EXPECT_TRUE(world.traced(u"Debug:   Re-use command bar Velnor "));
   EXPECT_EQ(world.tagsOf(1, Product), AllTags);
   EXPECT_TRUE(world.bar(1, Product)->visible);
@@ -164,6 +181,34 @@ TEST_F(ExplorerTest, AClickIsCarriedOutByOneWindowOnly) {
   world.forget();
   world.host->click(second, u"CxBtDial");
   EXPECT_EQ(world.count(u"Warning: BtDial_Click: Ctrl.parameter <> parameter => Exit Sub"), 1u);
+}
+
+TEST_F(ExplorerTest, OldButtonsThatStayAreNoneOfTheWindowsOwn) {
+  world.bars.explorers = {simulator::storedBar(
+      Product, {u"CxBtTransfer", u"CxBtIncognito", u"CxBtPickup", u"CxBtCallInfo"})};
+  world.start();
+  world.host->failMember(u"CommandBarButton", u"Delete");
+  world.machine.advance(25'000);
+  world.startClient();
+  for (const auto& tag : world.bars.explorers.at(0).controls) world.host->click(1, tag.tag);
+  EXPECT_EQ(world.told(), Texts{}) << "an earlier run has signed them";
+}
+
+TEST_F(ExplorerTest, AFailingCommandIsNamedInTheTrace) {
+  const struct {
+    const char16_t* tag;
+    const char16_t* member;
+    const char16_t* line;
+  } cases[] = {{u"CxBtDial", u"PickUp", u"Error:   BtDial_Click: Automation error"},
+               {u"CxBtDrop", u"HangUp", u"Error:   BtDrop_Click: Automation error"}};
+  world.startWithToolbar();
+  world.startClient();
+  world.machine.client.ring(u"0711");
+  for (const auto& c : cases) {
+    world.machine.client.failMember(c.member);
+    world.host->click(1, c.tag);
+    EXPECT_EQ(world.trace().back(), c.line);
+  }
 }
 
 TEST_F(ExplorerTest, WindowsBuiltInTheSameMomentHaveTheirOwnIdentities) {
@@ -313,7 +358,8 @@ TEST_F(ExplorerTest, ButtonsReachTheClient) {
   ASSERT_EQ(told.size(), 4u);
   EXPECT_EQ(told[1].kind, simulator::Told::Kind::PickUp);
   EXPECT_EQ(told[2].kind, simulator::Told::Kind::HangUp);
-  EXPECT_EQ(told[3].text, u"books=outlook:store,folder Contacts\nrecordid=Meier");
+  EXPECT_EQ(told[3].line(),
+            u"open actions \"books=outlook:store,folder Contacts\\nrecordid=Meier\" (1, 1)");
 }
 
 TEST_F(ExplorerTest, TheDialBoxDialsNumbersAndSearchesNames) {

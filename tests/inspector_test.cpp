@@ -110,24 +110,26 @@ TEST_F(InspectorTest, FoundBarsAreTakenOver) {
     Texts tags;
     const char16_t* line;
   } cases[] = {
-      {u"!!VELNOR_NEUTRAL!!", AllTags, u"Debug:   3 Buttons found:"},
+      {u"!!VELNOR_NEUTRAL!!", AllTags, u"Debug:   1. Tag = CxBtDial"},
       {u"Ondaris Station 1", {u"CxBtDrop"}, u"Debug:   Try to create button CxBtDial"},
       {u"Ondaris Station 2",
        {u"CxBtDial", u"CxBtIncognito"},
        u"Debug:   Delete button CxBtIcognito"},
       {u"Ondaris Station 2/3",
-       {u"CxBtDial", u"CxBtTransfer", u"x"},
+       {u"x", u"CxBtTransfer", u"CxBtDial"},
        u"Debug:   Transfer button detected, delete all buttons now!"},
       // Its test button goes with the others: the dial button is a new one.
       {u"Ondaris Station 2", {u"CxBtTransfer", u"x"}, u"Debug:   Create button CxBtDial"},
-      {u"Velnor", AllTags, u"Debug:   1. Tag = CxBtDial"},
+      {u"Velnor", AllTags, u"Debug:   3. Tag = CxBtAction"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(automation::Error(0, c.line).what());
     world.bars.inspectors = {simulator::storedBar(c.name, c.tags)};
     world.mailbox.folders[1].items.clear();
     startWithContacts();
+    const Once drawn(world.boundary, u"Clock", u"pumpMessages", [] {});
     const int window = world.host->openItem(u"Meier");
+    EXPECT_EQ(drawn.count(), c.tags == AllTags ? 0 : 1) << "new buttons are drawn at once";
     EXPECT_TRUE(world.traced(u"Debug:   Re-use inspector commandbar: " + std::u16string(c.name)));
     EXPECT_TRUE(world.traced(c.line));
     EXPECT_EQ(world.window(window).bars.size(), 1u);
@@ -145,7 +147,9 @@ TEST_F(InspectorTest, AProtectedBarIsReplaced) {
   bar.refusesControls = true;
   world.bars.inspectors = {bar};
   startWithContacts();
+  const Once drawn(world.boundary, u"Clock", u"pumpMessages", [] {});
   const int window = world.host->openItem(u"Meier");
+  EXPECT_EQ(drawn.count(), 2) << "without the old bar, and with the new buttons";
   EXPECT_TRUE(world.traced(
       u"Debug:   Create new inspector commandbar, because re-use not possible: Velnor "));
   EXPECT_EQ(world.tagsOf(window, Product), AllTags);
@@ -349,6 +353,29 @@ TEST_F(InspectorTest, ClosingHidesTheBarAndSwitchingOffDeletesIt) {
   EXPECT_TRUE(world.traced(u"Debug:   Delete inspector commandbar: Velnor "));
   EXPECT_EQ(world.bar(second, Product), std::nullopt);
   EXPECT_EQ(world.boundary.liveHandles(), 0u);
+}
+
+TEST_F(InspectorTest, AWindowWhoseCloseWasMissedIsPurged) {
+  startWithContacts();
+  world.addContact(u"Ibsen");
+  const int kept = world.host->openItem(u"Meier");
+  {
+    class Deaf : public simulator::CrossingObserver {
+      void before(const simulator::Crossing& crossing) override {
+        if (crossing.owner == u"Inspector" && crossing.kind == simulator::Crossing::Kind::Connect)
+          throw automation::Error(automation::ErrorNumber::AutomationFailed);
+      }
+    } deaf;
+    world.boundary.setObserver(&deaf);
+    world.host->close(world.host->openItem(u"Smith"));
+    world.boundary.setObserver(nullptr);
+  }
+  ASSERT_EQ(globals().g_colInspectors.count(), 2);
+  world.forget();
+  world.host->openItem(u"Ibsen");
+  EXPECT_EQ(globals().g_colInspectors.count(), 2);
+  EXPECT_EQ(world.count(u"Debug:   Destroy inspector"), 1u);
+  EXPECT_EQ(world.tagsOf(kept, Product), AllTags);
 }
 
 }  // namespace

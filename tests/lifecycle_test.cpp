@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "simulator/machine/LanguageServices.h"
 #include "tests/World.h"
 
 namespace tests {
@@ -233,6 +234,15 @@ TEST_F(LifecycleTest, LanguagesAreChosenInTheirOrder) {
     world.stop();
     world.bars = {};
   }
+  // The company's own service counts before the user's setting.
+  world.machine.objects.offer(u"BoreaLogonUM.BRLanguageServices", [] {
+    return std::make_shared<simulator::LanguageServices>(
+               [] { return automation::Value(std::int32_t{1034}); })
+        ->handle();
+  });
+  world.machine.registry.setDword(RegistryRoot::CurrentUser, key, u"LangID", 1031);
+  world.startWithToolbar();
+  EXPECT_EQ(world.control(1, u"CxBtAction").tooltip, u"Acciones");
 }
 
 TEST_F(LifecycleTest, AThousandLivesLeaveNothingBehind) {

@@ -33,8 +33,9 @@ std::int32_t SimProcesses::shellExecute(std::u16string_view file, std::u16string
       client_.start(parameters == Client::HideParameter);
       result = StartedWell;
     }
-  } catch (const automation::Error&) {
-    result = AccessDenied;
+  } catch (const automation::Error& error) {
+    const bool isResult = error.number() > 0 && error.number() <= StartedWell;
+    result = isResult ? error.number() : AccessDenied;
   }
   started_.push_back(
       {std::u16string(file), std::u16string(parameters), std::u16string(folder), result});

@@ -20,8 +20,8 @@ class SimProcesses : public platform::Processes {
   /// Passes an observer's error through.
   std::u16string hostModuleName() override;
   /// Starts the client when `file`, in quotes or without, is its executable; 2 when there is no
-  /// such file, 5 when an observer fails it. For an empty name it opens the current folder, as some
-  /// shells do.
+  /// such file; what an observer raises up to 42, and 5 for more. An empty name opens, as in some
+  /// shells, the current folder.
   std::int32_t shellExecute(std::u16string_view file, std::u16string_view parameters,
                             std::u16string_view folder) override;
   /// False also when an observer fails it.
