@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Breaks the logic in one place at a time and names the breaks that no native test or sample sees.
 
-    scripts/mutate.py [--seed N] [--count N] [--seconds N] [--only FOLDER-OR-FILE] [--jobs N]
+    scripts/mutate.py [--seed N] [--count N] [--seconds N] [--only FOLDER-OR-FILE] [--jobs N] [--all]
 
 Run it after a release build of velnor-tests and velnor-sim: a broken copy of one file is compiled
 beside it, without optimization, and linked before the libraries that hold the sound one. A break
@@ -16,6 +16,7 @@ arguments.add_argument('--count', type=int, default=100)
 arguments.add_argument('--seconds', type=float, default=1200)
 arguments.add_argument('--only', default='')
 arguments.add_argument('--jobs', type=int, default=2)
+arguments.add_argument('--all', action='store_true', help='names the breaks that were caught, too')
 options = arguments.parse_args()
 random.seed(options.seed)
 
@@ -135,8 +136,8 @@ def judge(each):
         return
     result = outcome(path, number, new)
     counts[result] += 1
-    if result == 'survived':
-        print(f'survived {path}:{number + 1} ({kind}): {old.strip()}', flush=True)
+    if result == 'survived' or options.all:
+        print(f'{result} {path}:{number + 1} ({kind}): {old.strip()}', flush=True)
 
 
 with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:

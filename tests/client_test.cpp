@@ -238,12 +238,23 @@ TEST_F(ClientTest, DialsThroughTheRemoteObjectWhenToldSo) {
   world.startClient();
   // Read at every dial: a change counts at once.
   CxDial(u"1");
+  const Texts lines = {u"Debug:   CxDial (1)",
+                       u"Debug:   GetVelnorPhoneCmdInservice() entered...",
+                       u"Debug:   GetVelnorPhoneCmdInservice() ShellExecuteVelnorWait()...",
+                       u"Debug:   GetVelnorPhoneCmdInservice() GetObject()...",
+                       u"Debug:   GetVelnorPhoneCmdInservice() WaitForInService()...",
+                       u"Debug:   CxDial (1): DialWithRemoteInterface = False",
+                       u"Debug:   CxDial (1): cmd.Dial()..."};
+  auto trace = world.trace();
+  trace.erase(trace.begin());
+  EXPECT_EQ(trace, lines);
   world.machine.client.stopCall();
   world.option(AddInKey, u"DialRemote", 1);
   CxDial(u"0711/2");
   ASSERT_EQ(world.machine.client.told().size(), 2u);
   EXPECT_EQ(world.machine.client.told()[1].kind, simulator::Told::Kind::DirectDial);
   EXPECT_EQ(world.machine.client.told()[1].text, u"0711/2");
+  EXPECT_TRUE(world.traced(u"Debug:   CxDial (0711/2): DialWithRemoteInterface = True"));
   EXPECT_EQ(world.machine.client.calls(u"Lines"), 1u) << "no line is chosen for the remote object";
 }
 

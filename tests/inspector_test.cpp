@@ -55,6 +55,7 @@ TEST_F(InspectorTest, AContactGetsItsToolbar) {
     EXPECT_EQ(button.picture, expected.picture);
     EXPECT_EQ(button.beginGroup, expected.beginGroup);
     EXPECT_EQ(button.style, office::ButtonStyle::Icon);
+    EXPECT_TRUE(button.visible);
     EXPECT_EQ(button.onAction, u"!<VelnorOutlookCOMAddIn.Connect>");
   }
   const Texts expected = {u"Debug:   myOlInspectors_NewInspector...",
@@ -113,13 +114,14 @@ TEST_F(InspectorTest, FoundBarsAreTakenOver) {
       {u"!!VELNOR_NEUTRAL!!", AllTags, u"Debug:   1. Tag = CxBtDial"},
       {u"Ondaris Station 1", {u"CxBtDrop"}, u"Debug:   Try to create button CxBtDial"},
       {u"Ondaris Station 2",
-       {u"CxBtDial", u"CxBtIncognito"},
+       {u"CxBtDial", u"CxBtDrop", u"CxBtIncognito"},
        u"Debug:   Delete button CxBtIcognito"},
       {u"Ondaris Station 2/3",
        {u"x", u"CxBtTransfer", u"CxBtDial"},
        u"Debug:   Transfer button detected, delete all buttons now!"},
       // Its test button goes with the others: the dial button is a new one.
       {u"Ondaris Station 2", {u"CxBtTransfer", u"x"}, u"Debug:   Create button CxBtDial"},
+      {u"Velnor", {u"CxBtDial", u"CxBtAction"}, u"Debug:   Create button CxBtDrop"},
       {u"Velnor", AllTags, u"Debug:   3. Tag = CxBtAction"},
   };
   for (const auto& c : cases) {

@@ -140,6 +140,8 @@ TEST_F(ItemsTest, ASelectionIsEvaluatedInItsOrder) {
   const Texts chosen = {u"Smith", u"Ibsen", u"Meier"};
   world.host->select(1, chosen);
   EXPECT_EQ(references(), (Texts{record(u"Smith"), record(u"Ibsen"), record(u"Meier")}));
+  world.host->failMember(u"Explorer", u"CurrentFolder");
+  EXPECT_EQ(references().size(), 3u) << "a folder that can't be told is not the Outbox";
 }
 
 TEST_F(ItemsTest, TheOutboxIsLeftAloneButNotItsOpenMails) {
@@ -271,6 +273,9 @@ TEST_F(ItemsTest, OtherKindsOfferTheirSubjectAndTheirPeople) {
   mail.userProperties[u"CxCallerData"] = u"1=Smith\r\n20=0711 5\r\n21=0711 7\r\n22=0711 6\r\n";
   auto& own = world.add(u"Inbox", ObjectClass::Mail, u"own");
   own.userProperties[u"CxCallerData"] = u"1=Berger\r\n2=Anna\r\n20=0711 5\r\n";
+  auto& fewer = world.add(u"Inbox", ObjectClass::Mail, u"fewer");
+  fewer.mapi.telephoneNames = {u"Meier", u"Smith"};
+  fewer.mapi.telephoneNumbers = {u"1"};
   world.add(u"Inbox", ObjectClass::Mail, u"none");
   world.add(u"Tasks", ObjectClass::Task, u"Tel. 1");
   world.add(u"Calendar", ObjectClass::Appointment, u"call Tel. 2[x]");
@@ -285,6 +290,7 @@ TEST_F(ItemsTest, OtherKindsOfferTheirSubjectAndTheirPeople) {
   world.machine.mapiHelper.setCurrentUser(u"Anna Berger");
   EXPECT_EQ(menuOf(u"Inbox", u"own"), Texts{u"off <No phone numbers>"});
   EXPECT_EQ(menuOf(u"Inbox", u"none"), Texts{u"off <No phone numbers>"});
+  EXPECT_EQ(menuOf(u"Inbox", u"fewer"), Texts{u"Meier: 1"});
   EXPECT_EQ(menuOf(u"Tasks", u"Tel. 1"), Texts{u"Task: 1"});
   EXPECT_EQ(menuOf(u"Calendar", u"call Tel. 2[x]"), Texts{u"Appointment: 2"});
   EXPECT_EQ(menuOf(u"Journal", u"Tel. 3"), Texts{u"Journal: 3"});

@@ -184,6 +184,9 @@ TEST_F(RibbonTest, TheMarkupFitsTheWindowThatItIsAskedFor) {
 TEST_F(RibbonTest, WithoutACurrentInspectorTheTraceCountsThem) {
   for (const char16_t* id : {u"Meier", u"Smith"}) world.addContact(id);
   world.start(Outlook2007);
+  world.forget();
+  EXPECT_FALSE(cxol::clsRibbon().GetCurrentInspector());
+  EXPECT_EQ(world.trace(), Texts{}) << "no window is no error";
   for (const char16_t* id : {u"Meier", u"Smith"}) world.host->openItem(id);
   world.host->failMember(u"Application", u"ActiveInspector");
   EXPECT_FALSE(cxol::clsRibbon().GetCurrentInspector());
@@ -215,7 +218,11 @@ TEST_F(RibbonTest, OldBarsGoFromTheInspectorOnly) {
 
 TEST_F(RibbonTest, FailuresEndInTheTraceWithoutAGroup) {
   world.addContact(u"Meier");
+  world.add(u"Inbox", ObjectClass::Mail, u"mail");
   world.start(Outlook2007);
+  world.host->failMember(u"MailItem", u"Sent");
+  EXPECT_EQ(world.window(world.host->openItem(u"mail")).ribbon.at(0).tab, u"TabReadMessage");
+  EXPECT_TRUE(world.traced(u"Error:   clsRibbon.IsNewMailItem - Automation error"));
   world.host->failMember(u"Inspector", u"CurrentItem");
   const int window = world.host->openItem(u"Meier");
   EXPECT_TRUE(world.window(window).ribbon.empty());
