@@ -8,7 +8,7 @@ beside it, without optimization, and linked before the libraries that hold the s
 that survives is a missing test, a line that nothing needs, or an equivalent (the result is the
 same): judge each. The last line counts.
 """
-import argparse, concurrent.futures, glob, os, random, re, shutil, subprocess, sys, tempfile, time
+import argparse, concurrent.futures, glob, os, random, re, resource, shutil, subprocess, sys, tempfile, time
 
 arguments = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawTextHelpFormatter)
 arguments.add_argument('--seed', type=int, default=1)
@@ -65,9 +65,13 @@ LINKS = {target: commands(target)[-1] for target in (TESTS, PLAYER)}
 
 
 def ok(command, limit, **more):
+    """Whether the command succeeds within so many seconds of its own work, however busy the machine."""
+    def bounded():
+        resource.setrlimit(resource.RLIMIT_CPU, (limit, limit))
     try:
         return subprocess.run(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                              stderr=subprocess.DEVNULL, timeout=limit, **more).returncode == 0
+                              stderr=subprocess.DEVNULL, timeout=20 * limit, preexec_fn=bounded,
+                              **more).returncode == 0
     except subprocess.TimeoutExpired:
         return False
 
