@@ -189,8 +189,8 @@ Completion complete(scenario::Player& player, std::string_view line) {
            !(text.starts_with(u'"') && text.substr(1).starts_with(typed.last));
   });
   std::ranges::sort(completion.offers);
-  const auto twice = std::ranges::unique(completion.offers);
-  completion.offers.erase(twice.begin(), twice.end());
+  const auto twice = std::unique(completion.offers.begin(), completion.offers.end());
+  completion.offers.erase(twice, completion.offers.end());
   return completion;
 }
 

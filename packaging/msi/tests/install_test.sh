@@ -128,6 +128,8 @@ msi "last removal" 0 /x "$current"
 
 run reg delete "$outlook" /f
 registry_lines >"$work/now"
-expect "registry as before" "" "$(diff "$work/before" "$work/now")"
+# The installer keeps empty keys of its own from its first package on.
+expect "registry as before" "" \
+  "$(diff "$work/before" "$work/now" | grep -E '^[<>]' | grep -vE '\\Installer(\\[^|]*)?\|\|$')"
 expect "files as before" "" "$(find "$folder" 2>/dev/null)"
 exit "$failed"
