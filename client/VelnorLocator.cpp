@@ -52,21 +52,6 @@ class Wait {
   std::int64_t start_;
 };
 
-/// The program of a command line: what stands in quotes at its beginning, or without quotes what
-/// goes up to the first ".exe" that a blank or the end follows. A text without either is a path.
-std::u16string_view programOf(std::u16string_view commandLine) {
-  constexpr std::u16string_view Extension = u".exe";
-  const auto text = trimBlanks(commandLine);
-  if (text.starts_with(u'"')) return text.substr(1, text.find(u'"', 1) - 1);
-  for (std::size_t end = Extension.size(); end <= text.size(); ++end) {
-    const bool last = end == text.size() || text[end] == u' ';
-    if (last &&
-        equalsIgnoringCase(text.substr(end - Extension.size(), Extension.size()), Extension))
-      return text.substr(0, end);
-  }
-  return text;
-}
-
 /// Empty when the client is not installed.
 std::u16string executable() {
   const RegOp key(machine().registry, ClientProgram.root, ClientProgram.key);

@@ -1,6 +1,7 @@
 #include "demo/NativeAddin.h"
 
 #include "addin/Connect.h"
+#include "doctor/Report.h"
 #include "state/process.h"
 
 namespace {
@@ -51,4 +52,12 @@ class NativeAddin : public simulator::Addin {
 
 std::unique_ptr<simulator::Addin> makeNativeAddin(const platform::Platform& services) {
   return std::make_unique<NativeAddin>(services);
+}
+
+std::vector<std::u16string> diagnoseNatively(platform::Registry& registry, platform::Facts& facts,
+                                             bool putRight) {
+  const auto report = doctor::examine(registry, facts);
+  if (!putRight || report.cures.empty()) return report.lines();
+  for (const auto& cure : report.cures) doctor::apply(registry, cure);
+  return doctor::examine(registry, facts).lines();
 }

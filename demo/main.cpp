@@ -85,7 +85,7 @@ int converse(scenario::Player& player, const demo::Options& options) {
 }
 
 int run(const demo::Options& options) {
-  scenario::NativeStage stage(readMailbox(options), makeNativeAddin);
+  scenario::NativeStage stage(readMailbox(options), makeNativeAddin, diagnoseNatively);
   if (!options.registry.empty()) importRegistry(stage, options.registry);
   // A transcript is plain whatever it is written to.
   const bool colours = !options.play && demo::coloursWanted();

@@ -40,6 +40,19 @@ std::u16string_view trimBlanks(std::u16string_view text) {
   return text.substr(first, text.find_last_not_of(u' ') - first + 1);
 }
 
+std::u16string_view programOf(std::u16string_view commandLine) {
+  constexpr std::u16string_view Extension = u".exe";
+  const auto text = trimBlanks(commandLine);
+  if (text.starts_with(u'"')) return text.substr(1, text.find(u'"', 1) - 1);
+  for (std::size_t end = Extension.size(); end <= text.size(); ++end) {
+    const bool last = end == text.size() || text[end] == u' ';
+    if (last &&
+        equalsIgnoringCase(text.substr(end - Extension.size(), Extension.size()), Extension))
+      return text.substr(0, end);
+  }
+  return text;
+}
+
 std::u16string replaceAll(std::u16string_view text, std::u16string_view what,
                           std::u16string_view with) {
   return replaceWhere(text, what, with, [](auto a, auto b) { return a == b; });

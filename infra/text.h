@@ -27,6 +27,10 @@ bool equalsIgnoringCase(std::u16string_view a, std::u16string_view b);
 /// Without the blanks (and only blanks) at both ends.
 std::u16string_view trimBlanks(std::u16string_view text);
 
+/// The program of a command line: what stands in quotes at its beginning, or without quotes what
+/// goes up to the first ".exe" that a blank or the end follows. A text without either is a path.
+std::u16string_view programOf(std::u16string_view commandLine);
+
 /// Every occurrence, found from left to right and not inside what was put in.
 std::u16string replaceAll(std::u16string_view text, std::u16string_view what,
                           std::u16string_view with);

@@ -38,6 +38,10 @@ class SimFiles : public platform::Files {
   void setListener(Listener listener) { listener_ = std::move(listener); }
 
   bool folderExists(std::u16string_view folder) const;
+  /// Whether an append to a new file would succeed in the folder once it was made.
+  bool canWrite(std::u16string_view folder) const {
+    return !writesFail_ && (folderExists(folder) || !foldersFail_);
+  }
   /// False when the path leads through a file or is none of this machine.
   bool makeFolder(std::u16string_view folder);
   /// Puts a file there, making its folders; replaces one that is there.

@@ -23,6 +23,10 @@ void SimLoggingLibrary::setPresent(bool present, std::u16string_view path) {
   loaded_ = loaded_ && present;
 }
 
+bool SimLoggingLibrary::presentAt(std::u16string_view path) const {
+  return present_ && sameName(path, path_);
+}
+
 void SimLoggingLibrary::load(std::u16string_view path) {
   loads_.emplace_back(path);
   try {
@@ -30,7 +34,7 @@ void SimLoggingLibrary::load(std::u16string_view path) {
   } catch (const automation::Error&) {
     return;
   }
-  if (present_ && sameName(path, path_)) loaded_ = true;
+  if (presentAt(path)) loaded_ = true;
 }
 
 void SimLoggingLibrary::bind(std::u16string_view function) const {

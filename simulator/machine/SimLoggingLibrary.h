@@ -34,6 +34,7 @@ class SimLoggingLibrary : public platform::LoggingLibrary {
   static constexpr std::u16string_view DefaultPath =
       u"C:\\Program Files\\Common Files\\K9T\\K9tLogVB.dll";
   void setPresent(bool present, std::u16string_view path = DefaultPath);
+  bool presentAt(std::u16string_view path) const;
   /// The function, by its exported name, is missing from the library.
   void lackExport(std::u16string_view name) { lacking_.emplace(name); }
   /// What the next calls of `createLogger` answer, one a call.

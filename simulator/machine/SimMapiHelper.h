@@ -34,6 +34,7 @@ class SimMapiHelper : public platform::MapiHelper {
   // Not crossings: for the program that plays the machine.
 
   void setPresent(bool present) { present_ = present; }
+  bool present() const { return present_; }
   void lackExport(std::u16string_view name) { lacking_.emplace(name); }
   void setInitStatus(std::int32_t status) { initStatus_ = status; }
   /// Tells the facts of a host's item, given as the host's own object; null when it knows none.

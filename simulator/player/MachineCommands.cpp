@@ -140,6 +140,13 @@ void clipboard(Player& player, Arguments& args) {
   player.stage().watchClipboard(watched ? takeDuration(args) : 0);
 }
 
+void doctor(Player& player, Arguments& args) {
+  const bool putRight = !args.atEnd() && args.choice({u"cure"}) == 0;
+  args.end();
+  for (const std::u16string& line : player.stage().diagnose(putRight))
+    player.transcript().line("    " + toUtf8(line));
+}
+
 constexpr Command table[] = {
     {u"wait", "wait 21 | 400 ms | 3 s | 1 min", "let time pass, in seconds unless it says other",
      Actor::World, wait},
@@ -163,6 +170,8 @@ constexpr Command table[] = {
      "whether another program opens the clipboard for a while when something new is on it",
      Actor::World, clipboard},
     {u"time", "time 23:59:50", "set the clock", Actor::World, time},
+    {u"doctor", "doctor [cure]", "what velnor-doctor reports of this machine; cures what it can",
+     Actor::Looker, doctor},
     {u"midnight", "midnight", "set the clock to one second before midnight", Actor::World,
      midnight},
 };

@@ -14,8 +14,9 @@ namespace {
 
 }  // namespace
 
-NativeStage::NativeStage(simulator::Mailbox mailbox, AddinFactory makeAddin)
-    : mailbox_(std::move(mailbox)), makeAddin_(std::move(makeAddin)) {
+NativeStage::NativeStage(simulator::Mailbox mailbox, AddinFactory makeAddin, Doctor doctor)
+    : mailbox_(std::move(mailbox)), makeAddin_(std::move(makeAddin)), doctor_(std::move(doctor)) {
+  simulator::installAddin(machine_);
   machine_.loggingLibrary.setPresent(true);
   machine_.mapiHelper.setCurrentUser(mailbox_.user);
   machine_.mapiHelper.setFacts([this](const auto& item) { return factsOf(item); });
@@ -166,6 +167,12 @@ void NativeStage::setMapiHelper(HelperState state) {
   constexpr std::int32_t failure = -1;
   machine_.mapiHelper.setPresent(state != HelperState::Missing);
   machine_.mapiHelper.setInitStatus(state == HelperState::Failing ? failure : 0);
+}
+
+std::vector<std::u16string> NativeStage::diagnose(bool putRight) {
+  if (!doctor_) return OutlookStage::diagnose(putRight);
+  simulator::SimFacts facts(machine_, outlookRuns());
+  return doctor_(machine_.registry, facts, putRight);
 }
 
 void NativeStage::setTime(int hour, int minute, int second) {

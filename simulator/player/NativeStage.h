@@ -7,6 +7,7 @@
 #include "simulator/addin.h"
 #include "simulator/boundary.h"
 #include "simulator/machine/Machine.h"
+#include "simulator/machine/SimFacts.h"
 #include "simulator/mailbox.h"
 #include "simulator/outlook/OutlookHost.h"
 #include "simulator/player/OutlookStage.h"
@@ -17,11 +18,15 @@ namespace scenario {
 using AddinFactory =
     std::function<std::unique_ptr<simulator::Addin>(const platform::Platform& services)>;
 
+/// Carries out the diagnosis of a machine.
+using Doctor = std::function<std::vector<std::u16string>(platform::Registry& registry,
+                                                         platform::Facts& facts, bool putRight)>;
+
 /// The simulated host, client and machine as a stage. Mailbox, bars and machine stay from one run
 /// of Outlook to the next. The logging library is installed, so that there is a trace.
 class NativeStage : public OutlookStage, private simulator::ScreenUser {
  public:
-  NativeStage(simulator::Mailbox mailbox, AddinFactory makeAddin);
+  NativeStage(simulator::Mailbox mailbox, AddinFactory makeAddin, Doctor doctor = {});
   ~NativeStage() override;
 
   simulator::Machine& machine() { return machine_; }
@@ -54,6 +59,7 @@ class NativeStage : public OutlookStage, private simulator::ScreenUser {
   }
   std::u16string copied() override { return machine_.pictures.copied(); }
   void setTime(int hour, int minute, int second) override;
+  std::vector<std::u16string> diagnose(bool putRight) override;
   void wait(std::uint32_t milliseconds) override { machine_.advance(milliseconds); }
 
  private:
@@ -74,6 +80,7 @@ class NativeStage : public OutlookStage, private simulator::ScreenUser {
 
   simulator::Mailbox mailbox_;
   AddinFactory makeAddin_;
+  Doctor doctor_;
   simulator::BarStore bars_;
   simulator::Boundary boundary_;
   simulator::Machine machine_{boundary_};

@@ -199,6 +199,11 @@ class Stage {
   /// Another program opens the clipboard for so long whenever something new is on it; 0 for none.
   virtual void watchClipboard(std::uint32_t milliseconds) = 0;
   virtual void setTime(int hour, int minute, int second) = 0;
+  /// The lines of the diagnosis of this machine, after what it can put right was put right if so
+  /// wanted.
+  virtual std::vector<std::u16string> diagnose([[maybe_unused]] bool putRight) {
+    throw Mistake("there is no diagnosis here; on Windows velnor-doctor makes it");
+  }
   /// Lets time pass; timers tick and messages are delivered meanwhile.
   virtual void wait(std::uint32_t milliseconds) = 0;
 

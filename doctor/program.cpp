@@ -1,0 +1,42 @@
+#include "doctor/program.h"
+
+#include "platform/conversions.h"
+
+namespace doctor {
+namespace {
+
+constexpr std::size_t Most = 64 * 1024 * 1024;
+
+/// A number of the file, least significant byte first; 0 beyond its end.
+std::uint32_t number(std::string_view bytes, std::size_t at, std::size_t size) {
+  std::uint32_t result = 0;
+  if (at > bytes.size() || bytes.size() - at < size) return 0;
+  for (std::size_t i = size; i-- > 0;) {
+    result = result << 8 | static_cast<unsigned char>(bytes[at + i]);
+  }
+  return result;
+}
+
+}  // namespace
+
+Program programAt(platform::Facts& facts, std::u16string_view path) {
+  const std::string bytes = facts.lastBytes(path, Most);
+  Program program;
+  const std::size_t head = number(bytes, 0x3C, 4);
+  constexpr std::uint32_t Signature = 0x4550;  // "PE"
+  constexpr std::uint32_t Intel386 = 0x14C;
+  program.is32Bit = bytes.starts_with("MZ") && number(bytes, head, 4) == Signature &&
+                    number(bytes, head + 4, 2) == Intel386;
+  // The fixed part of a version resource; its signature occurs nowhere else by itself.
+  const std::size_t version = bytes.rfind("\xBD\x04\xEF\xFE");
+  if (version == std::string::npos) return program;
+  program.major = static_cast<int>(number(bytes, version + 10, 2));
+  for (const std::size_t at : {10u, 8u, 14u, 12u}) {
+    if (!program.version.empty()) program.version += u'.';
+    program.version +=
+        automation::int32Text(static_cast<std::int32_t>(number(bytes, version + at, 2)));
+  }
+  return program;
+}
+
+}  // namespace doctor
