@@ -27,9 +27,12 @@ Program programAt(platform::Facts& facts, std::u16string_view path) {
   constexpr std::uint32_t Intel386 = 0x14C;
   program.is32Bit = bytes.starts_with("MZ") && number(bytes, head, 4) == Signature &&
                     number(bytes, head + 4, 2) == Intel386;
-  // The fixed part of a version resource; its signature occurs nowhere else by itself.
-  const std::size_t version = bytes.rfind("\xBD\x04\xEF\xFE");
-  if (version == std::string::npos) return program;
+  // The fixed part of a version resource begins with a signature and a version of its own. The
+  // first byte is kept apart: whole, the signature would also stand in this program's code.
+  constexpr std::string_view WithoutFirst("\x04\xEF\xFE\0\0\1\0", 7);
+  const std::size_t second = bytes.rfind(WithoutFirst);
+  if (second == std::string::npos || second == 0 || bytes[second - 1] != '\xBD') return program;
+  const std::size_t version = second - 1;
   program.major = static_cast<int>(number(bytes, version + 10, 2));
   for (const std::size_t at : {10u, 8u, 14u, 12u}) {
     if (!program.version.empty()) program.version += u'.';

@@ -38,7 +38,7 @@ if [ "$version" -gt 5 ]; then
 fi
 
 exports=$("$objdump" -p "$dll" | sed -n '/Ordinal\/Name Pointer/,/^$/p' | awk 'NF > 2 {print $NF}' |
-  grep '^Dll' | sort | tr '\n' ' ')
+  { grep '^Dll' || true; } | sort | tr '\n' ' ')
 if [[ $dll == *.dll ]] && [ "$exports" != "DllCanUnloadNow DllGetClassObject DllRegisterServer DllUnregisterServer " ]; then
   echo "Exports: $exports"
   failed=1

@@ -2,7 +2,9 @@
 # Installs, breaks, repairs, upgrades and removes the package under Wine, in the running prefix, and
 # holds the registry against regsvr32's and against the one before.
 #
-#   packaging/msi/tests/install_test.sh PACKAGE DLL
+#   packaging/msi/tests/install_test.sh PACKAGE DLL FILE...
+#
+# FILE...: what else the package holds.
 #
 # Wine cuts msiexec's exit codes to eight bits: 67 is 1603, 194 is 3010.
 set -uo pipefail
@@ -64,7 +66,7 @@ finish() {
 # The same DLL, but older.
 mkdir "$work/older"
 perl -0777 -pe 's/(\xBD\x04\xEF\xFE.{4}).{8}/$1 . pack("v4", 9, 0, 0, 1)/se' "$2" >"$work/older/cxolcom.dll"
-"$here/../msi.sh" "$work/older.msi" "$work/older/cxolcom.dll" || exit 1
+"$here/../msi.sh" "$work/older.msi" "$work/older/cxolcom.dll" "${@:3}" || exit 1
 current=$(windows_path "$1")
 older=$(windows_path "$work/older.msi")
 version=$(file_version "$2")
@@ -87,6 +89,8 @@ set_value "$outlook" Path 'C:\Office\'
 msi "for the user" 0 /i "$current"
 look
 expect "for the user" "$(expected HKEY_CURRENT_USER "$installed_folder")" "$added"
+expect "installed files" "$(for file in "${@:2}"; do basename "$file"; done | LC_ALL=C sort)" \
+  "$(LC_ALL=C ls "$folder")"
 rm "$folder/cxolcom.dll"
 run reg delete 'HKLM\Software\Classes\VelnorOutlookCOMAddIn.Connect' /f
 run reg delete "HKCU\\$entry" /v FriendlyName /f
