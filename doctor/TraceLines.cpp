@@ -133,7 +133,9 @@ std::u16string maskedTrace(std::u16string_view trace) {
 std::u16string maskedReport(std::u16string_view report) {
   std::u16string result(report);
   for (const std::u16string_view folder : {u"\\Documents and Settings\\", u"\\Users\\"}) {
-    for (std::size_t at = 0; (at = result.find(folder, at)) != result.npos;) {
+    for (std::size_t at = 0; at < result.size(); ++at) {
+      const auto here = std::u16string_view(result).substr(at, folder.size());
+      if (!cxol::equalsIgnoringCase(here, folder)) continue;
       at += folder.size();
       const auto end = std::min(result.find_first_of(u"\\\r\n", at), result.size());
       result.replace(at, end - at, u"xxx");

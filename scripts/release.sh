@@ -48,7 +48,9 @@ rm -rf "$folder"
 cmake --preset windows -B "$build" -DBUILD_TESTING=OFF >/dev/null
 cmake --build "$build" --target velnor-package >"$build/log" || { cat "$build/log"; exit 1; }
 dll=$build/windows/cxolcom.dll
-windows/tests/check_imports.sh "$dll" windows/tests/windows2000_imports.txt i686-w64-mingw32-objdump
+for file in "$dll" "$build/windows/velnor-doctor.exe"; do
+  windows/tests/check_imports.sh "$file" windows/tests/windows2000_imports.txt i686-w64-mingw32-objdump
+done
 
 mkdir -p "$folder/symbols"
 cp "$build/packaging/velnor-addin-$version.msi" "$dll" CHANGELOG.md "$folder"

@@ -302,8 +302,8 @@ TEST(Masking, KeepsWhatIsOursAndHidesWhatIsTheUsers) {
     EXPECT_EQ(simulator::toUtf8(maskedTrace(head + std::u16string(c.text))),
               simulator::toUtf8(head + std::u16string(expected) + u"\r\n"));
   }
-  EXPECT_EQ(maskedReport(u"1 C:\\Users\\Anna\\x 2 D:\\Documents and Settings\\Anna B"),
-            u"1 C:\\Users\\xxx\\x 2 D:\\Documents and Settings\\xxx");
+  EXPECT_EQ(maskedReport(u"1 C:\\users\\Anna\\x 2 D:\\Documents and Settings\\Anna B"),
+            u"1 C:\\users\\xxx\\x 2 D:\\Documents and Settings\\xxx");
 }
 
 /// The telephone numbers and names of persons and items of a mailbox, as words of their own.
