@@ -70,6 +70,13 @@ finish() {
 }
 trap finish EXIT
 
+# In a folder of its own: the system looks for libraries in a program's folder and in the current one.
+mkdir -p "$drive/program"
+cp "$doctor" "$drive/program/"
+doctor=$drive/program/$(basename "$doctor")
+set -- "$doctor" "$(realpath "$2")"
+cd "$drive/program" || exit 1
+
 healthy "$@"
 # The language of the report: that of all the maker's products.
 set_value 'HKCU\Software\K9T\Localization\LangID' LangID 1033 /t REG_DWORD
