@@ -31,6 +31,10 @@ class EmptyAddin : public simulator::Addin {
   }
 };
 
+std::unique_ptr<simulator::Addin> makeEmptyAddin(const platform::Platform&) {
+  return std::make_unique<EmptyAddin>();
+}
+
 /// From the creation of the add-in's object to the end of start-up completion.
 void startUp(benchmark::State& state) {
   World world;
@@ -45,13 +49,9 @@ void startUp(benchmark::State& state) {
 BENCHMARK(startUp);
 
 void startUpEmptyAddin(benchmark::State& state) {
-  EmptyAddin addin;  // Outlook takes leave of it at its end
-  World world;
+  World world(makeEmptyAddin);
   for (auto _ : state) {
-    world.host = std::make_unique<simulator::OutlookHost>(
-        world.mailbox, simulator::OutlookOptions{}, world.bars, world.boundary,
-        simulator::OutlookServices{});
-    world.host->start(&addin);
+    world.start();
     state.PauseTiming();
     world.stop();
     state.ResumeTiming();
@@ -113,14 +113,10 @@ BENCHMARK(inspectorAmongOthers)->Arg(10)->Arg(100)->Arg(1'000)->Unit(benchmark::
 
 /// The same with the add-in that does nothing.
 void inspectorAmongOthersEmptyAddin(benchmark::State& state) {
-  EmptyAddin addin;  // Outlook takes leave of it at its end
-  World world;
+  World world(makeEmptyAddin);
   const auto others = static_cast<int>(state.range(0));
   fillContacts(world, others + 1);
-  world.host = std::make_unique<simulator::OutlookHost>(world.mailbox, simulator::OutlookOptions{},
-                                                        world.bars, world.boundary,
-                                                        simulator::OutlookServices{});
-  world.host->start(&addin);
+  world.start();
   for (int i = 0; i < others; ++i) world.host->openItem(numbered(u"c", i));
   const auto last = numbered(u"c", others);
   for (auto _ : state) world.host->close(world.host->openItem(last));

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/automation.h"
@@ -53,6 +54,9 @@ struct MailboxFolder {
 struct Mailbox {
   std::u16string user;  ///< the logged-on user, as the MAPI helper tells it; may be empty
   std::vector<MailboxFolder> folders;
+
+  /// The item with this id; null when there is none.
+  const MailboxItem* find(std::u16string_view id) const;
 };
 
 }  // namespace simulator

@@ -4,9 +4,6 @@
 
 #include <algorithm>
 
-#include "demo/NativeAddin.h"
-#include "simulator/player/hostServices.h"
-
 namespace tests {
 namespace {
 
@@ -30,11 +27,10 @@ std::optional<int> Chooser::popup(const std::vector<platform::PopupEntry>& menu,
   return choice.empty() ? std::nullopt : find(menu, choice);
 }
 
-World::World() {
+World::World(simulator::AddinFactory makeAddin) : simulator::World(std::move(makeAddin)) {
   machine.installClient();
   switchTrace(true);
   machine.screen.setUser(&user);
-  machine.mapiHelper.setFacts([this](const auto& item) { return factsOf(item); });
   const struct {
     const char16_t* name;
     ItemType type;
@@ -57,31 +53,10 @@ void World::switchTrace(bool on) {
                              on ? u"1" : u"0");
 }
 
-World::~World() {
-  stop();
-}
-
-void World::start(std::u16string_view version) {
-  addin = makeNativeAddin(machine.platform());
-  simulator::OutlookOptions options;
-  options.version = version;
-  options.wordIsMailEditor = wordIsMailEditor;
-  options.earlyRibbon = earlyRibbon;
-  host = std::make_unique<simulator::OutlookHost>(mailbox, options, bars, boundary,
-                                                  simulator::hostServices(machine));
-  host->start(addin.get());
-}
-
 void World::startWithToolbar(std::u16string_view version) {
   start(version);
   machine.advance(25'000);
   forget();
-}
-
-void World::stop() {
-  if (host && host->running()) host->quit();
-  host.reset();
-  addin.reset();
 }
 
 simulator::MailboxItem& World::add(std::u16string_view folder, ObjectClass kind,
@@ -187,16 +162,6 @@ simulator::ControlView World::control(int number, std::u16string_view tag) const
     }
   }
   throw std::runtime_error("no such control");
-}
-
-const simulator::MapiFacts* World::factsOf(const automation::Object& item) const {
-  const auto id = item.get(u"EntryID").toText();
-  for (const auto& folder : mailbox.folders) {
-    for (const auto& each : folder.items) {
-      if (each.id == id) return &each.mapi;
-    }
-  }
-  return nullptr;
 }
 
 }  // namespace tests

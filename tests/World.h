@@ -1,16 +1,12 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "simulator/addin.h"
-#include "simulator/boundary.h"
-#include "simulator/machine/Machine.h"
-#include "simulator/mailbox.h"
-#include "simulator/outlook/OutlookHost.h"
+#include "demo/NativeAddin.h"
+#include "simulator/World.h"
 #include "state/globals.h"
 
 namespace tests {
@@ -36,19 +32,15 @@ class Chooser : public simulator::ScreenUser {
 
 /// One simulated machine with an Outlook, a client and a small mailbox: what a test plays in.
 /// English, the trace file switched on, client installed.
-class World {
+class World : public simulator::World {
  public:
-  World();
-  ~World();
+  explicit World(simulator::AddinFactory makeAddin = makeNativeAddin);
+  ~World() { stop(); }
 
   /// The trace file, which is on at first.
   void switchTrace(bool on);
-  /// Outlook of this version starts and loads the add-in.
-  void start(std::u16string_view version = u"11.0.5608");
   /// The first window's toolbar is there.
   void startWithToolbar(std::u16string_view version = u"11.0.5608");
-  /// Outlook ends, the add-in with it.
-  void stop();
   /// The client runs and is in service.
   void startClient() { machine.client.startReady(true); }
 
@@ -79,18 +71,9 @@ class World {
   std::optional<simulator::BarView> bar(int window, std::u16string_view name) const;
   simulator::WindowView window(int number) const;
 
-  simulator::Boundary boundary;
-  simulator::Machine machine{boundary};
-  simulator::Mailbox mailbox;
-  simulator::BarStore bars;
   Chooser user;
-  bool wordIsMailEditor = false;
-  bool earlyRibbon = true;
-  std::unique_ptr<simulator::Addin> addin;
-  std::unique_ptr<simulator::OutlookHost> host;
 
  private:
-  const simulator::MapiFacts* factsOf(const automation::Object& item) const;
   std::size_t forgottenTrace_ = 0;
   Texts allTrace() const;
 };

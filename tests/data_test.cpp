@@ -33,9 +33,7 @@ MailboxItem itemOf(const std::string& kind, const std::string& item) {
 }
 
 const MailboxItem& named(const Mailbox& mailbox, std::u16string_view id) {
-  for (const auto& folder : mailbox.folders)
-    for (const auto& item : folder.items)
-      if (item.id == id) return item;
+  if (const auto* item = mailbox.find(id)) return *item;
   throw std::runtime_error("no such item");
 }
 

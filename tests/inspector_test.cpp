@@ -80,7 +80,7 @@ TEST_F(InspectorTest, AContactGetsItsToolbar) {
 }
 
 TEST_F(InspectorTest, NotesAndWordMailsGetNone) {
-  world.wordIsMailEditor = true;
+  world.options.wordIsMailEditor = true;
   world.add(u"Notes", ObjectClass::Note, u"note");
   world.add(u"Inbox", ObjectClass::Mail, u"mail").wordMail = true;
   world.start();

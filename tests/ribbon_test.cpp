@@ -149,7 +149,7 @@ TEST_F(RibbonTest, TheMarkupFitsTheWindowThatItIsAskedFor) {
                  {u"journal", u""},
                  {u"task", u"TabTask"}};
   for (const bool early : {true, false}) {
-    world.earlyRibbon = early;
+    world.options.earlyRibbon = early;
     world.bars.inspectors = {simulator::storedBar(u"Ondaris Station 2")};
     world.start(Outlook2007);
     for (const auto& each : windows) {

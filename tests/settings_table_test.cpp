@@ -16,7 +16,6 @@
 #include "platform/platform.h"
 #include "resources/settings.h"
 #include "simulator/data/Utf8.h"
-#include "simulator/player/hostServices.h"
 #include "state/settings.h"
 #include "tests/World.h"
 
@@ -58,19 +57,16 @@ class NotingRegistry : public platform::Registry {
 
 TEST(SettingsTableTest, TheAddinReadsWhatIsInTheTableAndAllOfIt) {
   std::optional<NotingRegistry> registry;  // outlives the add-in, whatever happens
-  World world;
+  World world([&registry](const platform::Platform& on) {
+    return makeNativeAddin({on.clock, on.files, on.language, on.loggingLibrary, on.mapiHelper,
+                            on.objects, on.pictures, on.processes, *registry, on.screen,
+                            on.timers});
+  });
   world.machine.processes.setHostModuleName(std::u16string(resources::HostProgram));
   world.option(ClientKey, u"StartWithOutlook", 1);
   world.addContact(u"Meier", {{u"HomeTelephoneNumber", u"123"}});
   registry.emplace(world.machine.registry);
-  const auto on = world.machine.platform();
-  world.addin =
-      makeNativeAddin({on.clock, on.files, on.language, on.loggingLibrary, on.mapiHelper,
-                       on.objects, on.pictures, on.processes, *registry, on.screen, on.timers});
-  world.host = std::make_unique<simulator::OutlookHost>(world.mailbox, simulator::OutlookOptions(),
-                                                        world.bars, world.boundary,
-                                                        simulator::hostServices(world.machine));
-  world.host->start(world.addin.get());
+  world.start();
   world.machine.advance(25'000);
   world.startClient();
   world.select(u"Contacts", u"Meier");

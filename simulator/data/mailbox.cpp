@@ -11,4 +11,11 @@ std::u16string MailboxItem::title() const {
   return {};
 }
 
+const MailboxItem* Mailbox::find(std::u16string_view id) const {
+  for (const MailboxFolder& folder : folders)
+    for (const MailboxItem& item : folder.items)
+      if (item.id == id) return &item;
+  return nullptr;
+}
+
 }  // namespace simulator

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "simulator/player/NativeTrace.h"
-#include "simulator/player/hostServices.h"
 
 namespace scenario {
 namespace {
@@ -14,23 +13,17 @@ namespace {
 
 }  // namespace
 
-NativeStage::NativeStage(simulator::Mailbox mailbox, AddinFactory makeAddin, Doctor doctor)
-    : mailbox_(std::move(mailbox)), makeAddin_(std::move(makeAddin)), doctor_(std::move(doctor)) {
+NativeStage::NativeStage(simulator::Mailbox mailbox, simulator::AddinFactory makeAddin,
+                         Doctor doctor)
+    : world_(std::move(makeAddin), std::move(mailbox)), doctor_(std::move(doctor)) {
   simulator::installAddin(machine_);
   machine_.loggingLibrary.setPresent(true);
-  machine_.mapiHelper.setCurrentUser(mailbox_.user);
-  machine_.mapiHelper.setFacts([this](const auto& item) { return factsOf(item); });
   machine_.screen.setUser(this);
   listen();
 }
 
 NativeStage::~NativeStage() {
   setListener(nullptr);
-  try {
-    if (host_) host_->quit();
-  } catch (const std::exception&) {
-    // Outlook is gone in any case.
-  }
 }
 
 void NativeStage::listen() {
@@ -57,28 +50,12 @@ std::optional<int> NativeStage::popup(const std::vector<platform::PopupEntry>& m
   return listener() ? listener()->popup(menu) : std::nullopt;
 }
 
-const simulator::MapiFacts* NativeStage::factsOf(const automation::Object& item) const {
-  const std::u16string id = item.get(u"EntryID").toText();
-  for (const simulator::MailboxFolder& folder : mailbox_.folders)
-    for (const simulator::MailboxItem& candidate : folder.items)
-      if (candidate.id == id) return &candidate.mapi;
-  return nullptr;
-}
-
-void NativeStage::settle() {
-  if (!host_ || host_->running()) return;
-  addin_.reset();
-  host_.reset();
-}
-
 // ---- Outlook and its user.
 
 void NativeStage::startOutlook(std::u16string_view version) {
-  if (host_) refuse("Outlook runs already");
-  host_ = std::make_unique<simulator::OutlookHost>(mailbox_, optionsFor(version), bars_, boundary_,
-                                                   simulator::hostServices(machine_));
-  if (addinOn_) addin_ = makeAddin_(services_);
-  host_->start(addin_.get());
+  if (world_.host) refuse("Outlook runs already");
+  world_.options = optionsFor(version);
+  world_.start(version);
 }
 
 void NativeStage::clickButton(int window, const std::u16string& button, bool ribbon) {
@@ -89,15 +66,9 @@ void NativeStage::clickButton(int window, const std::u16string& button, bool rib
 }
 
 void NativeStage::switchAddin(bool on) {
-  if (on == addinOn_) refuse(on ? "the add-in is on already" : "the add-in is off already");
-  addinOn_ = on;
-  if (on) {
-    addin_ = makeAddin_(services_);
-    host().connectAddin(*addin_);
-  } else {
-    host().disconnectAddin();
-    addin_.reset();
-  }
+  if (on == world_.addinOn()) refuse(on ? "the add-in is on already" : "the add-in is off already");
+  host();
+  world_.switchAddin(on);
 }
 
 // ---- The telephone.

@@ -1,22 +1,12 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 
-#include "platform/platform.h"
-#include "simulator/addin.h"
-#include "simulator/boundary.h"
-#include "simulator/machine/Machine.h"
+#include "simulator/World.h"
 #include "simulator/machine/SimFacts.h"
-#include "simulator/mailbox.h"
-#include "simulator/outlook/OutlookHost.h"
 #include "simulator/player/OutlookStage.h"
 
 namespace scenario {
-
-/// Makes the add-in as Outlook does when it loads it. The object's end is its unloading.
-using AddinFactory =
-    std::function<std::unique_ptr<simulator::Addin>(const platform::Platform& services)>;
 
 /// Carries out the diagnosis of a machine.
 using Doctor = std::function<std::vector<std::u16string>(platform::Registry& registry,
@@ -26,12 +16,12 @@ using Doctor = std::function<std::vector<std::u16string>(platform::Registry& reg
 /// of Outlook to the next. The logging library is installed, so that there is a trace.
 class NativeStage : public OutlookStage, private simulator::ScreenUser {
  public:
-  NativeStage(simulator::Mailbox mailbox, AddinFactory makeAddin, Doctor doctor = {});
+  NativeStage(simulator::Mailbox mailbox, simulator::AddinFactory makeAddin, Doctor doctor = {});
   ~NativeStage() override;
 
   simulator::Machine& machine() { return machine_; }
   /// For those who watch what crosses it.
-  simulator::Boundary& boundary() override { return boundary_; }
+  simulator::Boundary& boundary() override { return world_.boundary; }
 
   bool native() const override { return true; }
 
@@ -67,27 +57,19 @@ class NativeStage : public OutlookStage, private simulator::ScreenUser {
   std::optional<int> popup(const std::vector<platform::PopupEntry>& menu,
                            platform::Point place) override;
 
-  simulator::Mailbox& mailbox() override { return mailbox_; }
-  simulator::BarStore& bars() override { return bars_; }
-  simulator::OutlookHost* runningHost() const override { return host_.get(); }
-  void settle() override;
+  simulator::Mailbox& mailbox() override { return world_.mailbox; }
+  simulator::BarStore& bars() override { return world_.bars; }
+  simulator::OutlookHost* runningHost() const override { return world_.host.get(); }
+  void settle() override { world_.settle(); }
   std::u16string telephone() override { return machine_.client.status(); }
   void clickButton(int window, const std::u16string& button, bool ribbon) override;
 
   void listen();
   void tell(const Note& note);
-  const simulator::MapiFacts* factsOf(const automation::Object& item) const;
 
-  simulator::Mailbox mailbox_;
-  AddinFactory makeAddin_;
+  simulator::World world_;
+  simulator::Machine& machine_ = world_.machine;
   Doctor doctor_;
-  simulator::BarStore bars_;
-  simulator::Boundary boundary_;
-  simulator::Machine machine_{boundary_};
-  platform::Platform services_ = machine_.platform();
-  std::unique_ptr<simulator::Addin> addin_;
-  std::unique_ptr<simulator::OutlookHost> host_;
-  bool addinOn_ = true;
 };
 
 }  // namespace scenario

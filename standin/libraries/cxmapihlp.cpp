@@ -38,13 +38,8 @@ Helper& helper() {
 const MapiFacts& factsOf(IDispatch* item) {
   static const MapiFacts Unknown;
   if (!helper().initialized || !item) return Unknown;
-  const std::u16string id = windows::objectOf(item).get(u"EntryID").toText();
-  for (const auto& folder : helper().mailbox.folders) {
-    for (const auto& candidate : folder.items) {
-      if (candidate.id == id) return candidate.mapi;
-    }
-  }
-  return Unknown;
+  const auto* found = helper().mailbox.find(windows::objectOf(item).get(u"EntryID").toText());
+  return found ? found->mapi : Unknown;
 }
 
 void store(const std::u16string& text, BSTR* result) {

@@ -5,7 +5,6 @@
 
 #include "demo/NativeAddin.h"
 #include "platform/conversions.h"
-#include "simulator/player/hostServices.h"
 
 namespace sweep {
 namespace {
@@ -17,6 +16,10 @@ using simulator::WindowKind;
 constexpr std::u16string_view Reentered = u"OlEvents.Connect() reentered!";
 
 }  // namespace
+
+Actor::Actor()
+    : tests::World(
+          [this](const platform::Platform&) { return makeNativeAddin(services_.platform()); }) {}
 
 void Actor::live(FaultInjector& injector, const std::function<void(Actor&)>& prepare,
                  const std::function<void(Actor&)>& play) {
@@ -47,7 +50,7 @@ void Actor::resetWorld() {
   machine.screen.setUser(&user);
   user.choice.clear();
   user.whileOpen = nullptr;
-  wordIsMailEditor = false;
+  options.wordIsMailEditor = false;
   for (const auto key : {tests::AddInKey, tests::ClientKey}) {
     machine.registry.removeKey(RegistryRoot::CurrentUser, key);
   }
@@ -113,20 +116,9 @@ std::optional<int> Actor::TaskChooser::popup(const std::vector<platform::PopupEn
   return std::nullopt;
 }
 
-void Actor::loadAddin() {
-  addin.reset();
-  addin = makeNativeAddin(services_.platform());
-}
-
 void Actor::startOutlook(std::u16string_view version) {
   ribbonVersion_ = version.starts_with(u"12.");
-  loadAddin();
-  simulator::OutlookOptions options;
-  options.version = version;
-  options.wordIsMailEditor = wordIsMailEditor;
-  host = std::make_unique<simulator::OutlookHost>(mailbox, options, bars, boundary,
-                                                  simulator::hostServices(machine));
-  host->start(addin.get());
+  start(version);
   releaseIfDue();
 }
 

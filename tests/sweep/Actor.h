@@ -18,7 +18,7 @@ using Findings = std::vector<std::string>;
 /// and checks after every action of the user, and at the end, what must hold whatever failed.
 class Actor : public tests::World {
  public:
-  Actor() = default;
+  Actor();
 
   /// One life: machine and mailbox as they were made, `prepare` for what is special, `play`, and
   /// the add-in's end. The transcript is what the client was told, what the user was shown and the
@@ -61,7 +61,6 @@ class Actor : public tests::World {
                              platform::Point) override;
   };
 
-  void loadAddin();
   void releaseIfDue();
   void resetWorld();
   void act(const std::function<void()>& action);
