@@ -50,12 +50,33 @@ std::optional<int> NativeStage::popup(const std::vector<platform::PopupEntry>& m
   return listener() ? listener()->popup(menu) : std::nullopt;
 }
 
+simulator::OutlookHost* NativeStage::runningHost() const {
+  return world_.host && world_.host->running() ? world_.host.get() : nullptr;
+}
+
+void NativeStage::act(const std::function<void()>& action) {
+  ++acting_;
+  try {
+    action();
+  } catch (...) {
+    --acting_;
+    settle();
+    throw;
+  }
+  --acting_;
+  settle();
+}
+
+void NativeStage::settle() {
+  if (!acting()) world_.settle();
+}
+
 // ---- Outlook and its user.
 
 void NativeStage::startOutlook(std::u16string_view version) {
   if (world_.host) refuse("Outlook runs already");
   world_.options = optionsFor(version);
-  world_.start(version);
+  act([&] { world_.start(version); });
 }
 
 void NativeStage::clickButton(int window, const std::u16string& button, bool ribbon) {
@@ -68,7 +89,7 @@ void NativeStage::clickButton(int window, const std::u16string& button, bool rib
 void NativeStage::switchAddin(bool on) {
   if (on == world_.addinOn()) refuse(on ? "the add-in is on already" : "the add-in is off already");
   host();
-  world_.switchAddin(on);
+  act([&] { world_.switchAddin(on); });
 }
 
 // ---- The telephone.
@@ -144,6 +165,10 @@ std::vector<std::u16string> NativeStage::diagnose(bool putRight) {
   if (!doctor_) return OutlookStage::diagnose(putRight);
   simulator::SimFacts facts(machine_, outlookRuns());
   return doctor_(machine_.registry, facts, putRight);
+}
+
+void NativeStage::wait(std::uint32_t milliseconds) {
+  act([&] { machine_.advance(milliseconds); });
 }
 
 void NativeStage::setTime(int hour, int minute, int second) {

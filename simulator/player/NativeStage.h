@@ -50,7 +50,15 @@ class NativeStage : public OutlookStage, private simulator::ScreenUser {
   std::u16string copied() override { return machine_.pictures.copied(); }
   void setTime(int hour, int minute, int second) override;
   std::vector<std::u16string> diagnose(bool putRight) override;
-  void wait(std::uint32_t milliseconds) override { machine_.advance(milliseconds); }
+  void wait(std::uint32_t milliseconds) override;
+
+ protected:
+  /// Carries out what the user does. An Outlook that ends meanwhile, even in the middle of one of
+  /// the add-in's calls, is let go of at the end of the outermost action.
+  void act(const std::function<void()>& action) override;
+  /// Whether an action is going on.
+  bool acting() const { return acting_ != 0; }
+  simulator::World& world() { return world_; }
 
  private:
   void messageBox(std::u16string_view text) override;
@@ -59,8 +67,8 @@ class NativeStage : public OutlookStage, private simulator::ScreenUser {
 
   simulator::Mailbox& mailbox() override { return world_.mailbox; }
   simulator::BarStore& bars() override { return world_.bars; }
-  simulator::OutlookHost* runningHost() const override { return world_.host.get(); }
-  void settle() override { world_.settle(); }
+  simulator::OutlookHost* runningHost() const override;
+  void settle() override;
   std::u16string telephone() override { return machine_.client.status(); }
   void clickButton(int window, const std::u16string& button, bool ribbon) override;
 
@@ -70,6 +78,7 @@ class NativeStage : public OutlookStage, private simulator::ScreenUser {
   simulator::World world_;
   simulator::Machine& machine_ = world_.machine;
   Doctor doctor_;
+  int acting_ = 0;
 };
 
 }  // namespace scenario

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <stdexcept>
+#include <utility>
 
 #include "demo/NativeAddin.h"
 #include "simulator/data/MailboxReader.h"
@@ -16,26 +17,63 @@ namespace {
 
 using simulator::Told;
 
-/// A stage that looks at what each action did.
+/// A stage that looks at what each action did, and can be disturbed in the middle of it.
 class WatchedStage : public scenario::NativeStage {
  public:
   using NativeStage::NativeStage;
 
   std::vector<std::string> findings;
 
-  void click(const scenario::ControlPlace& place) override {
-    watch([&] { NativeStage::click(place); });
-  }
-  void type(const scenario::ControlPlace& place, std::u16string_view text) override {
-    watch([&] { NativeStage::type(place, text); });
+  /// What happens in the middle of a call; false when it can't happen now.
+  bool disturb(FaultKind kind) {
+    // Outside of an action nobody would let go of an Outlook or an add-in that has ended.
+    if (!acting()) return false;
+    if (kind == FaultKind::TimerTick) {
+      wait(400);
+      return true;
+    }
+    try {
+      return outlookRuns() && disturbOutlook(kind);
+    } catch (const std::runtime_error&) {
+      return false;
+    }
   }
 
  private:
-  template <class Action>
-  void watch(const Action& action) {
+  bool disturbOutlook(FaultKind kind) {
+    const auto active = host().activeWindow();
+    switch (kind) {
+      case FaultKind::Activation: return active && (activate(*active), true);
+      case FaultKind::SelectionChange: return selectFirst();
+      case FaultKind::WindowClose: return active && (close(*active), true);
+      case FaultKind::Quit: quitOutlook(); return true;
+      case FaultKind::SwitchOff:
+      case FaultKind::Release:
+        if (!host().addinConnected()) return false;
+        host().disconnectAddin();
+        released_ = kind == FaultKind::Release;
+        return true;
+      default: return false;
+    }
+  }
+
+  bool selectFirst() {
+    for (const auto& window : snapshot().windows) {
+      if (window.inspector) continue;
+      const auto all = items(window.folder);
+      if (all.empty()) return false;
+      select(window.number, {all.front().id});
+      return true;
+    }
+    return false;
+  }
+
+  void act(const std::function<void()>& action) override {
     const std::size_t before = dials();
-    action();
+    NativeStage::act(action);
+    if (acting()) return;
     if (dials() > before + 1) findings.emplace_back("one action dialled twice");
+    if (std::exchange(released_, false)) world().addin.reset();
   }
   std::size_t dials() {
     return static_cast<std::size_t>(
@@ -43,6 +81,9 @@ class WatchedStage : public scenario::NativeStage {
           return told.kind == Told::Kind::Dial || told.kind == Told::Kind::DirectDial;
         }));
   }
+
+  /// A fault has released the add-in.
+  bool released_ = false;
 };
 
 /// Plays a scenario file. Each life has a stage of its own, as these files describe a whole world.
@@ -55,7 +96,7 @@ class SampleTheatre : public Theatre {
 
   FaultInjector injector(std::optional<Fault> fault) override {
     build();
-    return {fault, stage_->boundary(), [this](FaultKind kind) { return disturb(kind); }};
+    return {fault, stage_->boundary(), [this](FaultKind kind) { return stage_->disturb(kind); }};
   }
 
   void play(FaultInjector& injector) override {
@@ -100,43 +141,6 @@ class SampleTheatre : public Theatre {
     } catch (const scenario::Mistake&) {
       // The fault has ended it already.
     }
-  }
-
-  /// The stage takes an Outlook that has ended down at once, which can't be done in the middle of
-  /// one of its calls: the events that end it are left to the other scenarios.
-  bool disturb(FaultKind kind) {
-    if (kind == FaultKind::TimerTick) {
-      stage_->wait(400);
-      return true;
-    }
-    if (!stage_->outlookRuns()) return false;
-    const auto windows = stage_->snapshot().windows;
-    const auto active = std::ranges::find_if(windows, &scenario::WindowPicture::active);
-    if (active == windows.end()) return false;
-    try {
-      switch (kind) {
-        case FaultKind::Activation: stage_->activate(active->number); return true;
-        case FaultKind::SelectionChange: return selectFirst(windows);
-        case FaultKind::WindowClose:
-          if (windows.size() < 2) return false;
-          stage_->close(active->number);
-          return true;
-        default: return false;
-      }
-    } catch (const std::runtime_error&) {
-      return false;
-    }
-  }
-
-  bool selectFirst(const std::vector<scenario::WindowPicture>& windows) {
-    for (const auto& window : windows) {
-      if (window.inspector) continue;
-      const auto items = stage_->items(window.folder);
-      if (items.empty()) return false;
-      stage_->select(window.number, {items.front().id});
-      return true;
-    }
-    return false;
   }
 
   void find(std::string_view what) { stage_->findings.emplace_back(what); }
