@@ -42,20 +42,20 @@ struct Model {
 
 Model modelOf(const Task& task, Counts& counts) {
   Model model;
-  const auto theatre = task.piece->build();
+  Theatre theatre(*task.piece);
   leaveBreadcrumb("\"" + task.piece->name + "\" without a fault");
   for (int life = 1; life <= 2; ++life) {
-    FaultInjector injector = theatre->injector(std::nullopt);
-    theatre->play(injector);
-    for (const auto& finding : theatre->findings()) {
+    FaultInjector injector = theatre.injector(std::nullopt);
+    theatre.play(injector);
+    for (const auto& finding : theatre.findings()) {
       report(task.piece->name, "without a fault", finding, counts);
     }
-    if (!theatre->missed().empty()) {
-      report(task.piece->name, "without a fault", "missed: " + theatre->missed(), counts);
+    if (!theatre.missed().empty()) {
+      report(task.piece->name, "without a fault", "missed: " + theatre.missed(), counts);
     }
     if (life == 1) {
-      model = {injector.possible(), theatre->transcript()};
-    } else if (const auto differs = difference(model.transcript, theatre->transcript());
+      model = {injector.possible(), theatre.transcript()};
+    } else if (const auto differs = difference(model.transcript, theatre.transcript());
                !differs.empty()) {
       report(task.piece->name, "without a fault", "the second life differs: " + differs, counts);
     }
@@ -79,19 +79,19 @@ std::vector<std::size_t> crossingsFor(const Task& task, const Model& model, std:
 }
 
 void playOne(const Task& task, std::size_t crossing, const Model& model, Counts& counts) {
-  const auto theatre = task.piece->build();
+  Theatre theatre(*task.piece);
   const auto where = describe(task, crossing);
   leaveBreadcrumb(where);
-  FaultInjector faulty = theatre->injector(Fault{task.kind, crossing, task.lasting});
-  theatre->play(faulty);
+  FaultInjector faulty = theatre.injector(Fault{task.kind, crossing, task.lasting});
+  theatre.play(faulty);
   ++counts.runs[indexOf(task.kind)];
   counts.faults[indexOf(task.kind)] += faulty.injected();
-  for (const auto& finding : theatre->findings()) report(where, faulty.place(), finding, counts);
+  for (const auto& finding : theatre.findings()) report(where, faulty.place(), finding, counts);
 
   leaveBreadcrumb(where + ", the repeat after it");
-  FaultInjector none = theatre->injector(std::nullopt);
-  theatre->play(none);
-  if (const auto differs = difference(model.transcript, theatre->transcript()); !differs.empty()) {
+  FaultInjector none = theatre.injector(std::nullopt);
+  theatre.play(none);
+  if (const auto differs = difference(model.transcript, theatre.transcript()); !differs.empty()) {
     report(where, faulty.place(), "the repeat differs: " + differs, counts);
   }
 }
@@ -118,15 +118,15 @@ void run(const Task& task, std::size_t most, Counts& counts) {
 }
 
 void show(const Piece& piece, const std::optional<Fault>& fault) {
-  const auto theatre = piece.build();
+  Theatre theatre(piece);
   leaveBreadcrumb("\"" + piece.name + "\", shown");
-  FaultInjector injector = theatre->injector(fault);
-  theatre->play(injector);
-  for (const auto& line : theatre->transcript()) std::printf("%s\n", narrow(line).c_str());
-  for (const auto& finding : theatre->findings()) std::printf("FINDING %s\n", finding.c_str());
+  FaultInjector injector = theatre.injector(fault);
+  theatre.play(injector);
+  for (const auto& line : theatre.transcript()) std::printf("%s\n", narrow(line).c_str());
+  for (const auto& finding : theatre.findings()) std::printf("FINDING %s\n", finding.c_str());
   std::printf("%zu crossings, %zu faults, the first at %s\n", injector.crossings(),
               injector.injected(), injector.place().c_str());
-  if (!theatre->missed().empty()) std::printf("missed: %s\n", theatre->missed().c_str());
+  if (!theatre.missed().empty()) std::printf("missed: %s\n", theatre.missed().c_str());
 }
 
 }  // namespace sweep

@@ -1,41 +1,58 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "simulator/mailbox.h"
+#include "tests/sweep/AlteredServices.h"
 #include "tests/sweep/FaultInjector.h"
+#include "tests/sweep/WatchedStage.h"
 
 namespace sweep {
 
-/// One world in which lives of one scenario are played, one after the other.
+/// A scenario file and the mailbox in which it plays.
+struct Piece {
+  std::string name;
+  std::string text;
+  std::shared_ptr<const simulator::Mailbox> mailbox;
+};
+
+/// The scenario files of a folder, in the order of their names.
+std::vector<Piece> piecesOf(const std::string& folder,
+                            const std::shared_ptr<const simulator::Mailbox>& mailbox);
+
+/// Plays lives of one scenario, one after the other, each in a world of its own. The add-in's code
+/// and its globals stay the same.
 class Theatre {
  public:
-  virtual ~Theatre() = default;
-  /// An injector for the theatre's world, which must outlive it.
-  virtual FaultInjector injector(std::optional<Fault> fault) = 0;
+  /// The piece must outlive it.
+  explicit Theatre(const Piece& piece) : piece_(piece) { build(); }
+
+  /// An injector for the world of the next life, which must outlive it.
+  FaultInjector injector(std::optional<Fault> fault);
   /// Plays one life, from the add-in's loading to its unloading.
-  virtual void play(FaultInjector& injector) = 0;
+  void play(FaultInjector& injector);
 
   // Of the last life.
 
   /// What the client was told, what the user was shown, and the trace.
-  virtual const std::vector<std::u16string>& transcript() const = 0;
+  const std::vector<std::u16string>& transcript() const { return transcript_; }
   /// What must never be, whatever failed.
-  virtual const std::vector<std::string>& findings() const = 0;
+  const std::vector<std::string>& findings() const { return stage_->findings(); }
   /// What the scenario wanted and could not get; empty without a fault.
-  virtual std::string missed() const = 0;
-};
+  const std::string& missed() const { return missed_; }
 
-struct Piece {
-  std::string name;
-  std::function<std::unique_ptr<Theatre>()> build;
-};
+ private:
+  void build();
 
-/// The scenarios of this program, and those of a folder of scenario files.
-std::vector<Piece> ownPieces();
-std::vector<Piece> samplePieces(const std::string& folder);
+  const Piece& piece_;
+  std::unique_ptr<WatchedStage> stage_;
+  std::optional<AlteredServices> services_;
+  FaultInjector* injector_ = nullptr;
+  std::vector<std::u16string> transcript_;
+  std::string missed_;
+};
 
 }  // namespace sweep

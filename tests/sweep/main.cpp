@@ -3,11 +3,14 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
+#include <iterator>
 #include <new>
 #include <stdexcept>
 
+#include "simulator/data/MailboxReader.h"
 #include "tests/sweep/Sweep.h"
 
 namespace {
@@ -145,8 +148,10 @@ int main(int argc, char** argv) {
   CLI11_PARSE(app, argc, argv);
 
   installBreadcrumb();
-  auto pieces = ownPieces();
-  for (auto& piece : samplePieces(CXOL_SAMPLES_DIR)) pieces.push_back(std::move(piece));
+  const auto mailbox = std::make_shared<const simulator::Mailbox>(
+      simulator::readMailboxFile(CXOL_SAMPLES_DIR "/mailbox.json"));
+  auto pieces = piecesOf(CXOL_SCENARIOS_DIR, mailbox);
+  std::ranges::move(piecesOf(CXOL_SAMPLES_DIR, mailbox), std::back_inserter(pieces));
   if (!options.only.empty()) {
     std::erase_if(pieces, [&](const Piece& piece) { return piece.name != options.only; });
   }
