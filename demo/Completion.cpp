@@ -123,10 +123,11 @@ class Offers {
   }
 
   const std::u16string& shownFolder() const {
-    const auto shown = std::ranges::find_if(
-        snapshot_.windows, [](const auto& window) { return window.active && !window.inspector; });
+    const auto shown = std::ranges::find_if(snapshot_.windows, [](const auto& window) {
+      return window.active && !window.isInspector();
+    });
     const auto first =
-        std::ranges::find(snapshot_.windows, false, &scenario::WindowPicture::inspector);
+        std::ranges::find(snapshot_.windows, false, &scenario::WindowView::isInspector);
     return (shown != snapshot_.windows.end()   ? *shown
             : first != snapshot_.windows.end() ? *first
                                                : snapshot_.windows.front())
@@ -135,8 +136,8 @@ class Offers {
 
   void addButtons() {
     const auto& window = scenario::findWindow(snapshot_, u"", false);
-    const auto add = [this](const scenario::ControlPicture& control) {
-      if (!control.visible || control.editBox) return;
+    const auto add = [this](const scenario::ControlView& control) {
+      if (!control.visible || control.isBox()) return;
       offers_.push_back(toUtf8(scenario::controlWord(control.tag)));
       // Its word is shorter; who wants the caption has begun it.
       if (quoted_)
@@ -144,13 +145,13 @@ class Offers {
     };
     for (const auto& bar : window.bars)
       if (bar.visible) std::ranges::for_each(bar.controls, add);
-    for (const auto& group : window.groups) std::ranges::for_each(group.controls, add);
+    for (const auto& group : window.ribbon) std::ranges::for_each(group.controls, add);
   }
 
   void addWindows() {
     for (const auto& window : snapshot_.windows) {
       offers_.push_back(std::to_string(window.number));
-      offers_.push_back(inQuotes(window.title));
+      offers_.push_back(inQuotes(window.caption));
     }
   }
 

@@ -2,31 +2,16 @@
 
 #include <string>
 
-#include "demo/NativeAddin.h"
-#include "simulator/data/MailboxReader.h"
-#include "simulator/player/NativeStage.h"
 #include "simulator/player/NativeTrace.h"
-#include "simulator/player/Player.h"
+#include "tests/Played.h"
 
 namespace scenario {
 namespace {
 
-/// Plays on the simulated host with the add-in in it. Its mailbox holds two contacts, A with two
-/// numbers and B with one.
-Score playNatively(const std::string& lines, std::string& transcript) {
-  NativeStage stage(simulator::readMailbox(R"({"folders": [{"name": "Contacts", "holds": "contact",
-      "items": [{"id": "a", "lastName": "A", "phones": {"work": "030 1", "home": "030 2"}},
-                {"id": "b", "lastName": "B", "phones": {"mobile": "030 3"}}]}]})",
-                                           "mailbox"),
-                    makeNativeAddin);
-  Player player(stage, [&](std::string_view line) { transcript += std::string(line) + "\n"; });
-  TextSource source(lines, "t");
-  player.play(source);
-  return player.score();
-}
+using tests::Played;
 
 TEST(ScenarioOnTheSimulatedHost, PlaysWhatCanHappenBetweenTwoLines) {
-  const std::string start = "client running\noutlook 11.0\nwait 21 s\n";
+  const std::string start = tests::Started;
   const struct {
     const char* what;
     std::string lines;
@@ -35,16 +20,17 @@ TEST(ScenarioOnTheSimulatedHost, PlaysWhatCanHappenBetweenTwoLines) {
        start + "expect bar visible\nclose\nexpect windows 0\nexpect references 0\n"
                "outlook 10.0\nexpect bar hidden\nwait 21 s\nexpect trace \"Re-use command bar\"\n"},
       {"starting Outlook again ends the run before",
-       start + "open \"A\"\noutlook 2003\nexpect windows 1\nexpect trace \"RemoveMode = 0\"\n"},
+       start + "open \"eva\"\noutlook 2003\nexpect windows 1\nexpect trace \"RemoveMode = 0\"\n"},
       {"an add-in that is off stays off in the next run",
        start + "addin off\nexpect references 0\nquit\noutlook 11.0\nwait 21 s\nexpect bar none\n"
                "addin on\nwait 21 s\nexpect bar visible\n"},
       {"the client is gone while a menu is open",
-       start + "select \"A\"\nclick dial\nexpect menu \"Work: 030 1\"\nvanish\nchoose 1\n"
+       start + "select \"eva\"\nclick dial\nexpect menu \"Work: 030 11\"\nvanish\nchoose 1\n"
                "expect told nothing\nexpect trace \"is Nothing in CxDial()\"\n"},
       {"timers tick while a menu is open",
-       start + "select \"B\"\nselect \"A\"\nclick dial\nwait 400 ms\n"
-               "expect trace \"Set title of action button to: A\"\nescape\nexpect told nothing\n"},
+       start + "select \"hans\"\nselect \"eva\"\nclick dial\nwait 400 ms\n"
+               "expect trace \"Set title of action button to: Müller, Eva\"\nescape\nexpect told "
+               "nothing\n"},
       {"without the logging library the trace comes from the add-in's file",
        "registry HKCU\\Software\\K9T\\Logging\\LogFile = \"1\"\nlibrary missing\noutlook 11.0\n"
        "expect trace \"Warning: InitK9TLog failed, use internal logging\"\n"
@@ -56,34 +42,34 @@ TEST(ScenarioOnTheSimulatedHost, PlaysWhatCanHappenBetweenTwoLines) {
        "expect bar \"Velnor\" visible\nexpect no button transfer\n"
        "expect bar \"!!VELNOR_NEUTRAL!!\" none\nexpect button dial caption \"W\u00E4hlen\"\n"},
       {"the ribbon is asked for early or late, from the next start on",
-       "ribbon late\noutlook 2007\nribbon early\nopen \"A\"\nnew mail\n"
-       "expect ribbon tab \"TabNewMailMessage\"\nquit\noutlook 2007\nopen \"A\"\nnew mail\n"
+       "ribbon late\noutlook 2007\nribbon early\nopen \"eva\"\nnew mail\n"
+       "expect ribbon tab \"TabNewMailMessage\"\nquit\noutlook 2007\nopen \"eva\"\nnew mail\n"
        "expect ribbon tab \"TabNewMailMessage\"\n"},
       {"the ribbon of an item that is new",
        "outlook 2007\nnew mail\nexpect ribbon tab \"TabNewMailMessage\"\nnew note\n"
        "expect ribbon none\n"},
       {"the second of two windows is clicked by its title",
-       start + "open \"A\"\nopen \"B\"\nclick dial in \"A\"\nchoose 1\nexpect told \"dial\"\n"},
+       start +
+           "open \"eva\"\nopen \"hans\"\nclick dial in \"eva\"\nchoose 1\nexpect told \"dial\"\n"},
       {"a client that hangs costs its time and tells nothing",
-       start + "select \"B\"\nhang\nclick dial\nexpect told nothing\nhang off\nclick dial\n"
+       start + "select \"hans\"\nhang\nclick dial\nexpect told nothing\nhang off\nclick dial\n"
                "expect told \"dial 0303\"\n"},
   };
   for (const auto& c : cases) {
-    std::string transcript;
-    const Score score = playNatively(c.lines, transcript);
-    EXPECT_TRUE(score.good()) << c.what << "\n" << transcript;
-    EXPECT_GT(score.held, 0) << c.what;
+    const Played played(c.lines);
+    EXPECT_TRUE(played.score().good()) << c.what << "\n" << played.transcript;
+    EXPECT_GT(played.score().held, 0) << c.what;
   }
 }
 
 TEST(ScenarioOnTheSimulatedHost, ComplainsAboutWhatCanNotBe) {
   for (const char* line :
-       {"quit", "click dial", "open \"A\"", "select \"A\"", "ring \"1\"", "connect", "end call",
+       {"quit", "click dial", "open \"eva\"", "select \"eva\"", "ring \"1\"", "connect", "end call",
         "vanish", "hang", "freeze", "addin off", "registry HKCU\\Software\\A\\B = none",
         "outlook 11.0\naddin on", "outlook 11.0\nclick dial", "outlook 11.0\nclose\nclose",
         "client installed\nring \"1\""}) {
-    std::string transcript;
-    EXPECT_EQ(playNatively(line, transcript).mistakes, 1) << line << "\n" << transcript;
+    const Played played(line);
+    EXPECT_EQ(played.score().mistakes, 1) << line << "\n" << played.transcript;
   }
 }
 

@@ -104,12 +104,12 @@ TEST_F(RibbonTest, TheGroupIsShownAndItsButtonsWork) {
   EXPECT_TRUE(view.ribbonProblems.empty());
   ASSERT_EQ(view.ribbon.size(), 1u);
   EXPECT_EQ(view.ribbon[0].tab, u"TabContact");
-  ASSERT_EQ(view.ribbon[0].buttons.size(), 3u);
+  ASSERT_EQ(view.ribbon[0].controls.size(), 3u);
   const std::u16string_view labels[] = {u"Dial", u"Hang up", u"Actions"};
   const std::u16string_view pictures[] = {u"icon 101", u"icon 102", u"icon 103"};
   for (std::size_t i = 0; i < 3; ++i) {
-    EXPECT_EQ(view.ribbon[0].buttons[i].label, labels[i]);
-    EXPECT_EQ(view.ribbon[0].buttons[i].picture, pictures[i]);
+    EXPECT_EQ(view.ribbon[0].controls[i].caption, labels[i]);
+    EXPECT_EQ(view.ribbon[0].controls[i].picture, pictures[i]);
   }
   EXPECT_EQ(view.hiddenTabSets, Texts{u"TabSetTableTools"});
 

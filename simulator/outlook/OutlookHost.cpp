@@ -235,6 +235,7 @@ OutlookView OutlookHost::snapshot(std::size_t maxItems) const {
     WindowView each;
     each.kind = state.kind;
     each.number = state.number;
+    each.active = window == core.zorder.front();
     each.caption = core.captionOf(state);
     if (state.kind == WindowKind::Explorer) {
       each.folder = state.folder->name;

@@ -126,7 +126,10 @@ class Reader {
     RibbonGroupView view{std::move(tab), wide(group.attribute("label")), {}};
     for (const auto& button : group.children) {
       const auto id = wide(ownId(button));
-      view.buttons.push_back({id, wide(button.attribute("label")), u""});
+      ControlView& control = view.controls.emplace_back();
+      control.tag = id;
+      control.caption = wide(button.attribute("label"));
+      control.style = office::ButtonStyle::Caption;
       view_.callbacks.push_back(
           {id, wide(button.attribute("onAction")), wide(button.attribute("getImage"))});
     }

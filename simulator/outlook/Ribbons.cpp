@@ -71,12 +71,13 @@ void Ribbons::show(const std::shared_ptr<WindowObject>& window) {
   const auto callbacks = state.ribbon.callbacks;
   std::size_t index = 0;
   for (auto& group : groups) {
-    for (auto& button : group.buttons) {
+    for (auto& button : group.controls) {
       const auto& getImage = callbacks[index++].getImage;
       if (getImage.empty()) continue;
-      const Value picture = Boundary::in(call(state, getImage, control(window, button.id)));
+      const Value picture = Boundary::in(call(state, getImage, control(window, button.tag)));
       if (picture.isObject() && picture.toObject()) {
         button.picture = picture.toObject().get(u"Name").toText();
+        button.style = office::ButtonStyle::IconAndCaption;
       }
     }
   }
@@ -86,10 +87,10 @@ void Ribbons::show(const std::shared_ptr<WindowObject>& window) {
 void Ribbons::click(const std::shared_ptr<WindowObject>& window, std::u16string_view button) {
   std::size_t index = 0;
   for (const auto& group : window->state.ribbon.groups) {
-    for (const auto& view : group.buttons) {
+    for (const auto& view : group.controls) {
       const auto onAction = window->state.ribbon.callbacks[index++].onAction;
-      if (view.id != button && view.label != button) continue;
-      if (!onAction.empty()) call(window->state, onAction, control(window, view.id));
+      if (view.tag != button && view.caption != button) continue;
+      if (!onAction.empty()) call(window->state, onAction, control(window, view.tag));
       return;
     }
   }

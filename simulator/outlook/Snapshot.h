@@ -30,6 +30,14 @@ struct ControlView {
   bool visible = true;
   bool enabled = true;
 
+  bool isBox() const { return type == office::ControlType::Edit; }
+  /// What of picture and caption is shown; with the automatic style one of the two.
+  bool showsPicture() const {
+    return style == office::ButtonStyle::Automatic ? !isBox() && !picture.empty()
+                                                   : style != office::ButtonStyle::Caption;
+  }
+  bool showsText() const { return !showsPicture() || style == office::ButtonStyle::IconAndCaption; }
+
   friend bool operator==(const ControlView&, const ControlView&) = default;
 };
 
@@ -42,18 +50,10 @@ struct BarView {
   friend bool operator==(const BarView&, const BarView&) = default;
 };
 
-struct RibbonButtonView {
-  std::u16string id;
-  std::u16string label;
-  std::u16string picture;  ///< name of the picture that the add-in gave; empty for none
-
-  friend bool operator==(const RibbonButtonView&, const RibbonButtonView&) = default;
-};
-
 struct RibbonGroupView {
   std::u16string tab;  ///< the built-in tab's id, or the label of a tab of the add-in's own
   std::u16string label;
-  std::vector<RibbonButtonView> buttons;
+  std::vector<ControlView> controls;  ///< their ids stand in the tags
 
   friend bool operator==(const RibbonGroupView&, const RibbonGroupView&) = default;
 };
@@ -61,6 +61,7 @@ struct RibbonGroupView {
 struct WindowView {
   WindowKind kind = WindowKind::Explorer;
   int number = 0;  ///< the window's name for the user; never used twice
+  bool active = false;
   std::u16string caption;
   std::u16string folder;                      ///< an explorer's folder
   std::u16string view;                        ///< an explorer's view
@@ -73,7 +74,10 @@ struct WindowView {
   std::vector<BarView> bars;                  ///< custom bars, hidden ones included
   std::vector<RibbonGroupView> ribbon;        ///< groups that the add-in put into the ribbon
   std::vector<std::u16string> hiddenTabSets;  ///< contextual tab sets that the add-in hid
+  /// What the host found wrong with the add-in's ribbon markup.
   std::vector<std::u16string> ribbonProblems;
+
+  bool isInspector() const { return kind == WindowKind::Inspector; }
 
   friend bool operator==(const WindowView&, const WindowView&) = default;
 };

@@ -42,7 +42,7 @@ const Command& findCommand(std::u16string_view word);
 
 /// Takes "in WINDOW" when it comes next, otherwise means the active window; with `explorer` the
 /// active or first explorer. Raises Mistake when there is none.
-const WindowPicture& takeWindow(const Snapshot& snapshot, Arguments& args, bool explorer = false);
+const WindowView& takeWindow(const Snapshot& snapshot, Arguments& args, bool explorer = false);
 
 // The tables that make up the language.
 std::span<const Command> outlookCommands();

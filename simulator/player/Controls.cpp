@@ -24,28 +24,21 @@ constexpr ControlRow rows[] = {
     {u"callinfo", u"CxBtCallInfo", u""},
 };
 
-bool isCalled(const ControlPicture& control, std::u16string_view name, const ControlRow* row) {
+bool isCalled(const ControlView& control, std::u16string_view name, const ControlRow* row) {
   // A box shows its caption nowhere.
   if (!row)
-    return !control.editBox &&
+    return !control.isBox() &&
            folded(trimmed(shownCaption(control.caption))) == folded(trimmed(name));
   return control.tag == row->tag || (!row->ribbonId.empty() && control.tag == row->ribbonId);
 }
 
 template <class Visit>
-void eachControl(const WindowPicture& window, bool hiddenToo, Visit visit) {
-  for (std::size_t i = 0; i < window.bars.size(); ++i) {
-    const BarPicture& bar = window.bars[i];
-    for (std::size_t j = 0; j < bar.controls.size(); ++j)
-      if (hiddenToo || (bar.visible && bar.controls[j].visible))
-        visit(bar.controls[j], ControlPlace{window.number, false, i, j});
-  }
-  for (std::size_t i = 0; i < window.groups.size(); ++i) {
-    const GroupPicture& group = window.groups[i];
-    for (std::size_t j = 0; j < group.controls.size(); ++j)
-      if (hiddenToo || group.controls[j].visible)
-        visit(group.controls[j], ControlPlace{window.number, true, i, j});
-  }
+void eachControl(const WindowView& window, bool hiddenToo, Visit visit) {
+  for (const BarView& bar : window.bars)
+    for (const ControlView& control : bar.controls)
+      if (hiddenToo || (bar.visible && control.visible)) visit(control, false);
+  for (const simulator::RibbonGroupView& group : window.ribbon)
+    for (const ControlView& control : group.controls) visit(control, true);
 }
 
 }  // namespace
@@ -65,52 +58,54 @@ std::u16string controlWord(std::u16string_view tag) {
   return std::u16string(tag);
 }
 
-FoundControl findControl(const WindowPicture& window, std::u16string_view name, bool byCaption,
+FoundControl findControl(const WindowView& window, std::u16string_view name, bool byCaption,
                          bool hiddenToo) {
   const ControlRow* row = nullptr;
   if (!byCaption) row = &rows[chooseWord(name, controlWords(), "as a button")];
   FoundControl found;
-  eachControl(window, hiddenToo, [&](const ControlPicture& control, const ControlPlace& place) {
-    if (!found && isCalled(control, name, row)) found = {&control, place};
+  eachControl(window, hiddenToo, [&](const ControlView& control, bool ribbon) {
+    if (!found && isCalled(control, name, row))
+      found = {&control,
+               {window.number, ribbon, control.tag.empty() ? control.caption : control.tag}};
   });
   return found;
 }
 
-std::string visibleControls(const WindowPicture& window) {
+std::string visibleControls(const WindowView& window) {
   std::string list;
-  eachControl(window, false, [&](const ControlPicture& control, const ControlPlace&) {
+  eachControl(window, false, [&](const ControlView& control, bool) {
     if (!list.empty()) list += ", ";
     list += toUtf8(controlWord(control.tag));
   });
   return list.empty() ? "nothing to click" : list;
 }
 
-const BarPicture* findBar(const WindowPicture& window, std::u16string_view name) {
-  for (const BarPicture& bar : window.bars) {
+const BarView* findBar(const WindowView& window, std::u16string_view name) {
+  for (const BarView& bar : window.bars) {
     if (!name.empty()) {
       if (trimmed(bar.name) == trimmed(name)) return &bar;
       continue;
     }
-    for (const ControlPicture& control : bar.controls)
+    for (const ControlView& control : bar.controls)
       if (control.tag.starts_with(u"Cx")) return &bar;
   }
   return name.empty() && window.bars.size() == 1 ? &window.bars.front() : nullptr;
 }
 
-const WindowPicture& findWindow(const Snapshot& snapshot, std::u16string_view name, bool byTitle) {
+const WindowView& findWindow(const Snapshot& snapshot, std::u16string_view name, bool byTitle) {
   if (snapshot.windows.empty()) throw Mistake("no window is open");
   if (name.empty()) {
-    for (const WindowPicture& window : snapshot.windows)
+    for (const WindowView& window : snapshot.windows)
       if (window.active) return window;
     return snapshot.windows.front();
   }
   if (byTitle) {
     std::vector<std::u16string> titles;
-    for (const WindowPicture& window : snapshot.windows) titles.push_back(window.title);
+    for (const WindowView& window : snapshot.windows) titles.push_back(window.caption);
     return snapshot.windows[findTitle(titles, name, "window")];
   }
   std::string open;
-  for (const WindowPicture& window : snapshot.windows) {
+  for (const WindowView& window : snapshot.windows) {
     const std::string number = std::to_string(window.number);
     if (toUtf8(name) == number) return window;
     open += (open.empty() ? "" : ", ") + number;

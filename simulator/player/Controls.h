@@ -19,22 +19,22 @@ std::u16string controlWord(std::u16string_view tag);
 /// when the window has none; raises Mistake for a word that is none. Without `hiddenToo` only what
 /// a person can see is found.
 struct FoundControl {
-  const ControlPicture* picture = nullptr;
+  const ControlView* view = nullptr;
   ControlPlace place;
-  explicit operator bool() const { return picture != nullptr; }
+  explicit operator bool() const { return view != nullptr; }
 };
-FoundControl findControl(const WindowPicture& window, std::u16string_view name, bool byCaption,
+FoundControl findControl(const WindowView& window, std::u16string_view name, bool byCaption,
                          bool hiddenToo);
 
 /// What a person can click in the window, for messages: "dial, hangup, actions".
-std::string visibleControls(const WindowPicture& window);
+std::string visibleControls(const WindowView& window);
 
 /// The add-in's bar: the one with controls of the add-in, else one of that name; null for none.
-const BarPicture* findBar(const WindowPicture& window, std::u16string_view name);
+const BarView* findBar(const WindowView& window, std::u16string_view name);
 
 /// The window that `name` means: its number, or, quoted, a part of its title; empty means the
 /// active one. Raises Mistake when there is none or several fit.
-const WindowPicture& findWindow(const Snapshot& snapshot, std::u16string_view name, bool byTitle);
+const WindowView& findWindow(const Snapshot& snapshot, std::u16string_view name, bool byTitle);
 
 /// The entry whose title is `title`, else the only one that begins with it, else the only one that
 /// contains it. Raises Mistake, naming what there is.

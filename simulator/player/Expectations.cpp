@@ -121,14 +121,14 @@ Verdict judgeBox(Player& player, Arguments& args, bool denied) {
           listed(shown)};
 }
 
-std::string shownAs(const ControlPicture& control) {
-  if (control.editBox) return "box";
-  if (!control.showsPicture) return "text";
-  return control.showsText ? "both" : "picture";
+std::string shownAs(const ControlView& control) {
+  if (control.isBox()) return "box";
+  if (!control.showsPicture()) return "text";
+  return control.showsText() ? "both" : "picture";
 }
 
 /// One property of a control as text, by its word.
-std::u16string property(const ControlPicture& control, std::size_t index) {
+std::u16string property(const ControlView& control, std::size_t index) {
   switch (index) {
     case 0: return shownCaption(control.caption);
     case 1: return control.tooltip;
@@ -149,7 +149,7 @@ Verdict judgeButton(Player& player, Arguments& args, bool denied) {
   const std::size_t index = bare ? firstState : args.choice(words);
   const std::u16string wanted = index < firstState ? args.text("the text") : u"";
   const Snapshot snapshot = player.stage().snapshot();
-  const WindowPicture& window = takeWindow(snapshot, args);
+  const WindowView& window = takeWindow(snapshot, args);
   args.end();
 
   const std::string subject = "button " + toUtf8(name.text);
@@ -158,7 +158,7 @@ Verdict judgeButton(Player& player, Arguments& args, bool denied) {
   const FoundControl visible = findControl(window, name.text, name.quoted, false);
   const std::string missing = "no such button among " + visibleControls(window);
   if (index < firstState) {
-    const std::u16string found = control ? property(*control.picture, index) : u"";
+    const std::u16string found = control ? property(*control.view, index) : u"";
     return {
         (control && found == wanted) != denied,
         (denied ? "no " : "") + subject + " with " + toUtf8(words[index]) + " " + quoted(wanted),
@@ -167,12 +167,12 @@ Verdict judgeButton(Player& player, Arguments& args, bool denied) {
   bool holds = false;
   if (index == 5) holds = static_cast<bool>(visible);
   if (index == 6) holds = control && !visible;
-  if (index == 7) holds = control && control.picture->enabled;
-  if (index == 8) holds = control && !control.picture->enabled;
-  const std::string state = !control                   ? missing
-                            : !visible                 ? "it hidden"
-                            : control.picture->enabled ? "it visible and enabled"
-                                                       : "it disabled";
+  if (index == 7) holds = control && control.view->enabled;
+  if (index == 8) holds = control && !control.view->enabled;
+  const std::string state = !control                ? missing
+                            : !visible              ? "it hidden"
+                            : control.view->enabled ? "it visible and enabled"
+                                                    : "it disabled";
   return {holds != denied, (denied ? "no " : "") + subject + " " + toUtf8(words[index]), state};
 }
 
@@ -182,9 +182,9 @@ Verdict judgeBar(Player& player, Arguments& args, bool denied) {
                                 ? 2
                                 : args.choice({u"visible", u"hidden", u"none"});
   const Snapshot snapshot = player.stage().snapshot();
-  const WindowPicture& window = takeWindow(snapshot, args);
+  const WindowView& window = takeWindow(snapshot, args);
   args.end();
-  const BarPicture* bar = findBar(window, name);
+  const BarView* bar = findBar(window, name);
   const std::size_t is = !bar ? 2 : bar->visible ? 0 : 1;
   const std::string states[] = {"a visible toolbar", "a hidden toolbar", "no toolbar"};
   const bool asked = is == state;
@@ -199,11 +199,11 @@ Verdict judgeRibbon(Player& player, Arguments& args, bool denied) {
   std::u16string tab;
   if (args.skip(u"tab")) tab = args.text("the id of a tab such as \"TabContact\"");
   const Snapshot snapshot = player.stage().snapshot();
-  const WindowPicture& window = takeWindow(snapshot, args);
+  const WindowView& window = takeWindow(snapshot, args);
   args.end();
   std::vector<std::string> tabs;
   bool there = false;
-  for (const GroupPicture& group : window.groups) {
+  for (const simulator::RibbonGroupView& group : window.ribbon) {
     tabs.push_back(quoted(group.tab));
     there = there || tab.empty() || group.tab == tab;
   }
@@ -231,9 +231,10 @@ Verdict judgeReferences(Player& player, Arguments& args, bool) {
 Verdict judgeTitle(Player& player, Arguments& args, bool denied) {
   const std::u16string wanted = args.text("a title");
   const Snapshot snapshot = player.stage().snapshot();
-  const WindowPicture& window = takeWindow(snapshot, args);
+  const WindowView& window = takeWindow(snapshot, args);
   args.end();
-  return {(window.title == wanted) != denied, "the title " + quoted(wanted), quoted(window.title)};
+  return {(window.caption == wanted) != denied, "the title " + quoted(wanted),
+          quoted(window.caption)};
 }
 
 Verdict judgeClipboard(Player& player, Arguments& args, bool denied) {

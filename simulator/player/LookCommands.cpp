@@ -27,8 +27,8 @@ void show(Player& player, Arguments& args) {
   args.end();
   const Snapshot snapshot = player.stage().snapshot();
   player.transcript().whole(snapshot);
-  for (const WindowPicture& window : snapshot.windows) {
-    if (!window.active || window.inspector) continue;
+  for (const WindowView& window : snapshot.windows) {
+    if (!window.active || window.isInspector()) continue;
     player.transcript().line("    items of " + toUtf8(window.folder) + ":");
     player.transcript().lines(drawItems(player.stage().items(window.folder)));
   }

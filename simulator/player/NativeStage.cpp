@@ -79,11 +79,11 @@ void NativeStage::startOutlook(std::u16string_view version) {
   act([&] { world_.start(version); });
 }
 
-void NativeStage::clickButton(int window, const std::u16string& button, bool ribbon) {
-  if (ribbon)
-    host().clickRibbon(window, button);
+void NativeStage::clickButton(const ControlPlace& place) {
+  if (place.ribbon)
+    host().clickRibbon(place.window, place.name);
   else
-    host().click(window, button);
+    host().click(place.window, place.name);
 }
 
 void NativeStage::switchAddin(bool on) {

@@ -70,7 +70,7 @@ class NativeStage : public OutlookStage, private simulator::ScreenUser {
   simulator::OutlookHost* runningHost() const override;
   void settle() override;
   std::u16string telephone() override { return machine_.client.status(); }
-  void clickButton(int window, const std::u16string& button, bool ribbon) override;
+  void clickButton(const ControlPlace& place) override;
 
   void listen();
   void tell(const Note& note);

@@ -108,7 +108,7 @@ void switchFolder(Player& player, Arguments& args) {
   Stage& stage = runningOutlook(player);
   const std::u16string folder = folderNamed(stage, args.text("a folder"));
   const Snapshot snapshot = stage.snapshot();
-  const WindowPicture& window = takeWindow(snapshot, args, true);
+  const WindowView& window = takeWindow(snapshot, args, true);
   args.end();
   stage.switchFolder(window.number, folder);
 }
@@ -116,7 +116,7 @@ void switchFolder(Player& player, Arguments& args) {
 void switchView(Player& player, Arguments& args) {
   Stage& stage = runningOutlook(player);
   const Snapshot snapshot = stage.snapshot();
-  const WindowPicture& window = takeWindow(snapshot, args, true);
+  const WindowView& window = takeWindow(snapshot, args, true);
   args.end();
   stage.switchView(window.number);
 }
@@ -133,7 +133,7 @@ void select(Player& player, Arguments& args) {
   if (!none && !all) wanted.push_back(args.take("titles of items, their numbers, all or none"));
   while (!atWindow()) wanted.push_back(args.take("a title"));
   const Snapshot snapshot = stage.snapshot();
-  const WindowPicture& window = takeWindow(snapshot, args, true);
+  const WindowView& window = takeWindow(snapshot, args, true);
   args.end();
 
   const std::vector<ItemEntry> items = stage.items(window.folder);
@@ -161,7 +161,7 @@ void select(Player& player, Arguments& args) {
 /// The visible control that the arguments name, with its window.
 FoundControl takeControl(const Snapshot& snapshot, Arguments& args, std::u16string_view name,
                          bool byCaption) {
-  const WindowPicture& window = takeWindow(snapshot, args);
+  const WindowView& window = takeWindow(snapshot, args);
   args.end();
   const FoundControl control = findControl(window, name, byCaption, false);
   if (!control)
@@ -174,8 +174,8 @@ void click(Player& player, Arguments& args) {
   const Token name = args.take("a button: dial, hangup, client, actions, or a \"Caption\"");
   const Snapshot snapshot = runningOutlook(player).snapshot();
   const FoundControl control = takeControl(snapshot, args, name.text, name.quoted);
-  if (control.picture->editBox) throw Mistake("the box is for typing: type \"0711 123\"");
-  if (!control.picture->enabled) throw Mistake("the button is disabled");
+  if (control.view->isBox()) throw Mistake("the box is for typing: type \"0711 123\"");
+  if (!control.view->enabled) throw Mistake("the button is disabled");
   player.stage().click(control.place);
 }
 
@@ -233,18 +233,18 @@ constexpr Command table[] = {
 
 }  // namespace
 
-const WindowPicture& takeWindow(const Snapshot& snapshot, Arguments& args, bool explorer) {
+const WindowView& takeWindow(const Snapshot& snapshot, Arguments& args, bool explorer) {
   if (args.skip(u"in")) {
     const Token& token = args.take("a window: its number, or a part of its \"Title\"");
-    const WindowPicture& window = findWindow(snapshot, token.text, token.quoted);
-    if (explorer && window.inspector)
+    const WindowView& window = findWindow(snapshot, token.text, token.quoted);
+    if (explorer && window.isInspector())
       throw Mistake("window " + std::to_string(window.number) + " shows an item, no folder");
     return window;
   }
-  const WindowPicture& active = findWindow(snapshot, u"", false);
-  if (!explorer || !active.inspector) return active;
-  for (const WindowPicture& window : snapshot.windows)
-    if (!window.inspector) return window;
+  const WindowView& active = findWindow(snapshot, u"", false);
+  if (!explorer || !active.isInspector()) return active;
+  for (const WindowView& window : snapshot.windows)
+    if (!window.isInspector()) return window;
   throw Mistake("no explorer is open; open one with: open explorer");
 }
 

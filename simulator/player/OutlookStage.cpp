@@ -4,8 +4,6 @@
 #include <unordered_map>
 #include <utility>
 
-#include "simulator/player/NativePicture.h"
-
 namespace scenario {
 namespace {
 
@@ -84,25 +82,12 @@ void OutlookStage::select(int window, const std::vector<std::u16string>& itemIds
   act([&] { host().selectAt(window, chosen); });
 }
 
-std::u16string OutlookStage::nameOf(const ControlPlace& place) {
-  for (const WindowPicture& window : snapshot().windows) {
-    if (window.number != place.window) continue;
-    const auto& controls = place.ribbon ? window.groups.at(place.group).controls
-                                        : window.bars.at(place.group).controls;
-    const ControlPicture& control = controls.at(place.control);
-    return control.tag.empty() ? control.caption : control.tag;
-  }
-  throw Mistake("the window is gone");
-}
-
 void OutlookStage::click(const ControlPlace& place) {
-  const std::u16string name = nameOf(place);
-  act([&] { clickButton(place.window, name, place.ribbon); });
+  act([&] { clickButton(place); });
 }
 
 void OutlookStage::type(const ControlPlace& place, std::u16string_view text) {
-  const std::u16string name = nameOf(place);
-  act([&] { host().typeInto(place.window, name, text); });
+  act([&] { host().typeInto(place.window, place.name, text); });
 }
 
 void OutlookStage::presetBar(const BarPreset& preset) {
@@ -127,11 +112,8 @@ Snapshot OutlookStage::snapshot() {
   result.telephone = telephone();
   simulator::OutlookHost* running = runningHost();
   if (!running) return result;
-  for (const simulator::WindowView& window : running->snapshot(ListedSelection).windows)
-    result.windows.push_back(pictureOf(window));
-  std::ranges::sort(result.windows, {}, &WindowPicture::number);
-  const std::optional<int> active = running->activeWindow();
-  for (WindowPicture& window : result.windows) window.active = window.number == active;
+  result.windows = running->snapshot(ListedSelection).windows;
+  std::ranges::sort(result.windows, {}, &WindowView::number);
   return result;
 }
 

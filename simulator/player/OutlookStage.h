@@ -55,7 +55,7 @@ class OutlookStage : public Stage {
   /// State of client and line in a few words.
   virtual std::u16string telephone() = 0;
   /// Clicks a button of a bar or of the ribbon.
-  virtual void clickButton(int window, const std::u16string& button, bool ribbon) = 0;
+  virtual void clickButton(const ControlPlace& place) = 0;
   /// Carries out what the user does.
   virtual void act(const std::function<void()>& action) { action(); }
 
@@ -70,9 +70,6 @@ class OutlookStage : public Stage {
   }
 
  private:
-  /// Tag or id, or where that is empty the caption, of a control.
-  std::u16string nameOf(const ControlPlace& place);
-
   Listener* listener_ = nullptr;
   simulator::OutlookOptions options_;
 };

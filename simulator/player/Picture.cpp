@@ -11,20 +11,20 @@ namespace {
 constexpr std::size_t PixelsPerCharacter = 10;
 
 /// (box), <picture>, <picture> Caption or [Caption].
-std::string drawControl(const ControlPicture& control) {
-  if (control.editBox) {
+std::string drawControl(const ControlView& control) {
+  if (control.isBox()) {
     const std::size_t width = static_cast<std::size_t>(std::max(control.width, 0));
     return "(" + padded(toUtf8(control.text), width / PixelsPerCharacter) + ")";
   }
   const std::string caption = toUtf8(trimmed(shownCaption(control.caption)));
-  if (!control.showsPicture) return "[" + caption + "]";
+  if (!control.showsPicture()) return "[" + caption + "]";
   const std::string picture = "<" + toUtf8(control.picture) + ">";
-  return control.showsText ? picture + " " + caption : picture;
+  return control.showsText() ? picture + " " + caption : picture;
 }
 
-std::string drawRow(const std::vector<ControlPicture>& controls) {
+std::string drawRow(const std::vector<ControlView>& controls) {
   std::string row;
-  for (const ControlPicture& control : controls) {
+  for (const ControlView& control : controls) {
     if (!control.visible) continue;
     if (!row.empty()) row += control.beginGroup ? " | " : " ";
     row += drawControl(control);
@@ -33,8 +33,8 @@ std::string drawRow(const std::vector<ControlPicture>& controls) {
 }
 
 /// A line a control: the word for it, caption and tooltip.
-void describe(std::vector<std::string>& lines, const std::vector<ControlPicture>& controls) {
-  for (const ControlPicture& control : controls) {
+void describe(std::vector<std::string>& lines, const std::vector<ControlView>& controls) {
+  for (const ControlView& control : controls) {
     if (!control.visible) continue;
     std::string line = "        " + padded(toUtf8(controlWord(control.tag)), 10) + " " +
                        padded(quoted(shownCaption(control.caption)), 24);
@@ -45,12 +45,12 @@ void describe(std::vector<std::string>& lines, const std::vector<ControlPicture>
   }
 }
 
-std::string describeSelection(const WindowPicture& window) {
+std::string describeSelection(const WindowView& window) {
   constexpr std::size_t most = 3;
   std::string line = "    " + toUtf8(window.folder) + ", " + std::to_string(window.itemCount) +
                      (window.itemCount == 1 ? " item" : " items") + "; selected: ";
-  for (std::size_t i = 0; i < window.selected.size() && i < most; ++i)
-    line += (i ? ", " : "") + quoted(window.selected[i]);
+  for (std::size_t i = 0; i < window.selection.size() && i < most; ++i)
+    line += (i ? ", " : "") + quoted(window.selection[i]);
   if (window.selectedCount == 0) line += "none";
   if (window.selectedCount > most)
     line += " and " + std::to_string(window.selectedCount - most) + " more";
@@ -74,20 +74,21 @@ void drawEntries(std::vector<std::string>& lines, const std::vector<platform::Po
 
 }  // namespace
 
-std::vector<std::string> drawWindow(const WindowPicture& window) {
-  std::vector<std::string> lines{"[" + std::to_string(window.number) + "] " + toUtf8(window.title)};
-  if (!window.inspector) lines.push_back(describeSelection(window));
-  for (const BarPicture& bar : window.bars) {
+std::vector<std::string> drawWindow(const WindowView& window) {
+  std::vector<std::string> lines{"[" + std::to_string(window.number) + "] " +
+                                 toUtf8(window.caption)};
+  if (!window.isInspector()) lines.push_back(describeSelection(window));
+  for (const BarView& bar : window.bars) {
     const std::string name = "    toolbar " + toUtf8(trimmed(bar.name)) + ": ";
     lines.push_back(name + (bar.visible ? drawRow(bar.controls) : "hidden"));
     if (bar.visible) describe(lines, bar.controls);
   }
-  for (const GroupPicture& group : window.groups) {
+  for (const simulator::RibbonGroupView& group : window.ribbon) {
     lines.push_back("    ribbon " + toUtf8(group.tab) + ", group " + toUtf8(trimmed(group.label)) +
                     ": " + drawRow(group.controls));
     describe(lines, group.controls);
   }
-  for (const std::u16string& problem : window.problems)
+  for (const std::u16string& problem : window.ribbonProblems)
     lines.push_back("    ribbon markup refused: " + oneLine(problem));
   return lines;
 }

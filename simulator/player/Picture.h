@@ -10,7 +10,7 @@
 namespace scenario {
 
 /// The title line, then the window's content: folder and selection, bars, ribbon groups.
-std::vector<std::string> drawWindow(const WindowPicture& window);
+std::vector<std::string> drawWindow(const WindowView& window);
 
 /// The entries with the numbers under which they can be chosen.
 std::vector<std::string> drawMenu(const std::vector<platform::PopupEntry>& menu);

@@ -11,10 +11,15 @@
 #include "platform/outlook.h"
 #include "platform/registry.h"
 #include "platform/screen.h"
+#include "simulator/outlook/Snapshot.h"
 
 /// Scenarios: lines that play a user's and a telephone's part. The player reads them and acts on a
 /// Stage only, so that the same lines run on the simulated host and on a host behind real COM.
 namespace scenario {
+
+using simulator::BarView;
+using simulator::ControlView;
+using simulator::WindowView;
 
 /// A line that can't be carried out: what is wrong and what would have been right, in UTF-8.
 class Mistake : public std::runtime_error {
@@ -22,75 +27,24 @@ class Mistake : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// One control as a person sees it.
-struct ControlPicture {
-  /// The tag of a toolbar control, the id of a ribbon control.
-  std::u16string tag;
-  bool editBox = false;
-  bool showsPicture = false;
-  bool showsText = true;
-  /// Name of the picture on its face; empty for none.
-  std::u16string picture;
-  /// Caption and tooltip as they were set, accelerator marks included.
-  std::u16string caption;
-  std::u16string tooltip;
-  /// What stands in an edit box.
-  std::u16string text;
-  bool visible = true;
-  bool enabled = true;
-  bool beginGroup = false;
-  std::int32_t width = 0;  ///< pixels; 0 when left to the host
-};
-
 struct ItemEntry {
   std::u16string id;
   std::u16string title;
 };
 
-struct BarPicture {
-  std::u16string name;
-  bool visible = true;
-  std::vector<ControlPicture> controls;
-};
-
-/// An add-in's group on a ribbon tab.
-struct GroupPicture {
-  std::u16string tab;
-  std::u16string label;
-  std::vector<ControlPicture> controls;
-};
-
-/// One window of Outlook.
-struct WindowPicture {
-  /// Counts the windows of the run in the order of their opening and stays with the window.
-  int number = 0;
-  bool inspector = false;
-  bool active = false;
-  std::u16string title;
-  /// Of an explorer: its folder, how many items that holds, how many are selected, and the titles
-  /// of the first of those.
-  std::u16string folder;
-  std::size_t itemCount = 0;
-  std::size_t selectedCount = 0;
-  std::vector<std::u16string> selected;
-  std::vector<BarPicture> bars;
-  std::vector<GroupPicture> groups;
-  /// What the host found wrong with the add-in's ribbon markup.
-  std::vector<std::u16string> problems;
-};
-
 struct Snapshot {
-  std::vector<WindowPicture> windows;
+  /// In the order of their numbers.
+  std::vector<WindowView> windows;
   /// State of client and line in a few words: "not running", "running, connected: 0711 123".
   std::u16string telephone;
 };
 
-/// Names a control by its place in the snapshot of its window.
+/// A control of a window.
 struct ControlPlace {
   int window = 0;
   bool ribbon = false;
-  std::size_t group = 0;    ///< index among the window's bars or groups
-  std::size_t control = 0;  ///< index within that
+  /// Its tag or id; where that is empty, its caption.
+  std::u16string name;
 };
 
 enum class ClientState { Missing, Installed, Running, Hidden };

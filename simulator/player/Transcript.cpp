@@ -33,7 +33,7 @@ void Transcript::messageBox(std::u16string_view text) {
   line("    message box: " + quoted(text) + "  [OK]");
 }
 
-void Transcript::drawChanged(const WindowPicture& window) {
+void Transcript::drawChanged(const WindowView& window) {
   std::vector<std::string> drawn = drawWindow(window);
   std::vector<std::string>& before = seen_[window.number];
   if (drawn == before) return;
@@ -52,11 +52,11 @@ void Transcript::changes(const Snapshot& snapshot) {
   std::erase_if(seen_, [&](const auto& entry) {
     const bool open =
         std::any_of(snapshot.windows.begin(), snapshot.windows.end(),
-                    [&](const WindowPicture& window) { return window.number == entry.first; });
+                    [&](const WindowView& window) { return window.number == entry.first; });
     if (!open) line("[" + std::to_string(entry.first) + "] closed");
     return !open;
   });
-  for (const WindowPicture& window : snapshot.windows) {
+  for (const WindowView& window : snapshot.windows) {
     const bool known = seen_.contains(window.number);
     drawChanged(window);
     if (window.active && window.number != std::exchange(activeWindow_, window.number) && known)
@@ -69,7 +69,7 @@ void Transcript::changes(const Snapshot& snapshot) {
 void Transcript::whole(const Snapshot& snapshot) {
   if (snapshot.windows.empty()) line("no window is open");
   seen_.clear();
-  for (const WindowPicture& window : snapshot.windows) {
+  for (const WindowView& window : snapshot.windows) {
     seen_[window.number] = drawWindow(window);
     lines(seen_[window.number]);
     if (window.active) line("    (active)");

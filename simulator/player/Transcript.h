@@ -38,7 +38,7 @@ class Transcript {
   std::size_t shown() const { return shown_; }
 
  private:
-  void drawChanged(const WindowPicture& window);
+  void drawChanged(const WindowView& window);
 
   std::function<void(std::string_view)> print_;
   std::size_t shown_ = 0;

@@ -74,8 +74,8 @@ void ComStage::startOutlook(std::u16string_view version) {
     throw Mistake("the add-in was not loaded: " + scenario::toUtf8(session_.problem()));
 }
 
-void ComStage::clickButton(int window, const std::u16string& button, bool ribbon) {
-  session_.click(window, button, ribbon);
+void ComStage::clickButton(const scenario::ControlPlace& place) {
+  session_.click(place.window, place.name, place.ribbon);
 }
 
 void ComStage::switchAddin(bool on) {

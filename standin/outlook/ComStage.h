@@ -60,7 +60,7 @@ class ComStage : public scenario::OutlookStage {
   simulator::OutlookHost* runningHost() const override;
   void settle() override { session_.settle(); }
   std::u16string telephone() override { return client_.status(); }
-  void clickButton(int window, const std::u16string& button, bool ribbon) override;
+  void clickButton(const scenario::ControlPlace& place) override;
   /// Tells also what came of it.
   void act(const std::function<void()>& action) override;
   /// Tells what the client was told and what the add-in traced since the last time.

@@ -38,8 +38,8 @@ HostWindow::HostWindow(HandDesk& desk, const simulator::WindowView& view) : desk
       SendMessageW(folders_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(windows::wide(folder)));
   }
   ribbon_ = std::make_unique<RibbonWindow>(hwnd(), desk_.pictures(),
-                                           [this](const simulator::RibbonButtonView& button) {
-                                             desk_.clickRibbon(view_.number, button.id);
+                                           [this](const simulator::ControlView& button) {
+                                             desk_.clickRibbon(view_.number, button.tag);
                                            });
   if (!main && desk_.hasRibbon()) ribbon_->showTabs();
   if (main || !desk_.hasRibbon()) addStandardBar();

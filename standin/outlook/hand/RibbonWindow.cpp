@@ -76,8 +76,8 @@ void RibbonWindow::layOut() {
     LONG x = Margin;
     for (std::size_t g = 0; g < groups_.size(); ++g) {
       RECT frame{x, TabHeight + Margin, x + Margin, TabHeight + Margin + GroupHeight};
-      for (std::size_t b = 0; b < groups_[g].buttons.size(); ++b) {
-        const auto label = scenario::shownCaption(groups_[g].buttons[b].label);
+      for (std::size_t b = 0; b < groups_[g].controls.size(); ++b) {
+        const auto label = scenario::shownCaption(groups_[g].controls[b].caption);
         const int width = std::max(PictureSide, widthOf(canvas, label)) + 2 * Margin;
         places_.push_back(
             {{frame.right, frame.top + 2, frame.right + width, frame.top + 2 + ButtonHeight},
@@ -94,12 +94,12 @@ void RibbonWindow::layOut() {
   ReleaseDC(hwnd(), canvas);
 }
 
-const simulator::RibbonButtonView& RibbonWindow::buttonAt(const Place& place) const {
-  return groups_[place.group].buttons[place.button];
+const simulator::ControlView& RibbonWindow::buttonAt(const Place& place) const {
+  return groups_[place.group].controls[place.button];
 }
 
 void RibbonWindow::paintButton(HDC canvas, const Place& place, bool hot) const {
-  const simulator::RibbonButtonView& button = buttonAt(place);
+  const simulator::ControlView& button = buttonAt(place);
   RECT rect = place.rect;
   if (hot) DrawEdge(canvas, &rect, BDR_RAISEDINNER, BF_RECT);
   if (const HBITMAP bitmap = pictures_.find(button.picture)) {
@@ -114,7 +114,7 @@ void RibbonWindow::paintButton(HDC canvas, const Place& place, bool hot) const {
     DeleteDC(source);
   }
   rect.top += PictureSide + 2 * Margin;
-  drawText(canvas, scenario::shownCaption(button.label), rect, DT_CENTER);
+  drawText(canvas, scenario::shownCaption(button.caption), rect, DT_CENTER);
 }
 
 void RibbonWindow::paintTabs(HDC canvas) const {
@@ -178,7 +178,7 @@ LRESULT RibbonWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     case WM_LBUTTONUP:
       if (const std::size_t index = hit(lParam); index != None) {
-        const simulator::RibbonButtonView button = buttonAt(places_[index]);
+        const simulator::ControlView button = buttonAt(places_[index]);
         click_(button);
       }
       return 0;
@@ -188,7 +188,7 @@ LRESULT RibbonWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 std::optional<RECT> RibbonWindow::placeOf(std::u16string_view name) const {
   for (const Place& place : places_) {
-    if (buttonAt(place).id != name) continue;
+    if (buttonAt(place).tag != name) continue;
     RECT rect = place.rect;
     MapWindowPoints(hwnd(), nullptr, reinterpret_cast<POINT*>(&rect), 2);
     return rect;

@@ -15,7 +15,7 @@ namespace standin {
 /// group's label at the bottom, the tabs' names above.
 class RibbonWindow : public NativeWindow {
  public:
-  using Click = std::function<void(const simulator::RibbonButtonView&)>;
+  using Click = std::function<void(const simulator::ControlView&)>;
   RibbonWindow(HWND parent, const HostPictures& pictures, Click click);
 
   /// From now on there is a strip of tabs, with groups below or without.
@@ -36,7 +36,7 @@ class RibbonWindow : public NativeWindow {
   void paint(HDC canvas) const;
   void paintButton(HDC canvas, const Place& place, bool hot) const;
   std::size_t hit(LPARAM position) const;
-  const simulator::RibbonButtonView& buttonAt(const Place& place) const;
+  const simulator::ControlView& buttonAt(const Place& place) const;
 
   const HostPictures& pictures_;
   const Click click_;
