@@ -5,7 +5,8 @@
 #   scripts/windows-proof.sh [SCENARIO...]     by default all of samples/
 #
 # BUILD_NATIVE and BUILD_WINDOWS name the two build folders, PROOF_FOLDER the one for prefix and
-# transcripts, PROOF_JOBS how many scenarios are played at once, each on a machine of its own.
+# transcripts, PROOF_JOBS how many scenarios are played at once, each on a machine of its own,
+# PROOF_CLIENT the program beside outlook-standin.exe that is the telephony client.
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 # shellcheck disable=SC1091
@@ -13,6 +14,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 native=${BUILD_NATIVE:-$root/build/release}/demo/velnor-sim
 folder=${PROOF_FOLDER:-$root/build/proof}
 jobs=${PROOF_JOBS:-3}
+client=${PROOF_CLIENT:-velnor-standin.exe}
 mailbox=$root/samples/mailbox.json
 
 cxol_built || exit 2
@@ -62,7 +64,7 @@ play() {
   local transcripts=$folder/transcripts/$name
   "$native" --mailbox "$mailbox" --trace --play "$scenario" >"$transcripts.native" 2>&1 || status=1
   (cd "$machine/bin" && exec timeout 300 wine ./outlook-standin.exe --mailbox "$mailbox" --trace \
-    --client velnor-standin.exe --libraries libraries --play "$scenario") \
+    --client "$client" --libraries libraries --play "$scenario") \
     >"$transcripts.windows" 2>&1 </dev/null || played=$?
   comparable "$transcripts.native" >"$transcripts.native.compared"
   comparable "$transcripts.windows" >"$transcripts.windows.compared"

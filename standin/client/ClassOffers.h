@@ -1,26 +1,35 @@
 #pragma once
 
-#include "standin/client/ClientServer.h"
+#include <functional>
+#include <vector>
+
+#include "windows/com/ComPtr.h"
 
 namespace standin {
 
-/// Offers the client's objects to other programs: the application in the table of running objects
-/// and, with the remote control, through class objects. Ends with its life.
+/// Offers a program's objects to other programs, in the table of running objects and through class
+/// objects, for as long as it lives.
 class ClassOffers {
  public:
-  explicit ClassOffers(ClientServer& server);
+  using Create = std::function<windows::ComPtr<IDispatch>()>;
+
+  ClassOffers() = default;
   ~ClassOffers();
   ClassOffers(const ClassOffers&) = delete;
   ClassOffers& operator=(const ClassOffers&) = delete;
+
+  /// The running object of its class.
+  void offerRunning(const CLSID& id, IDispatch* object);
+  /// Whoever asks for an object of the class gets what `create` makes.
+  void offerClass(const CLSID& id, Create create);
 
   /// Takes back what must not outlive the process. Windows sees to that by itself; Wine goes on
   /// offering the class objects of a process that was killed.
   void withdrawClasses();
 
  private:
-  DWORD running_ = 0;
-  DWORD applicationClass_ = 0;
-  DWORD remoteClass_ = 0;
+  std::vector<DWORD> running_;
+  std::vector<DWORD> classes_;
 };
 
 }  // namespace standin

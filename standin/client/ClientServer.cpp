@@ -1,9 +1,6 @@
 #include "standin/client/ClientServer.h"
 
-#include <array>
-
 #include "platform/conversions.h"
-#include "standin/client/LineFile.h"
 #include "standin/client/names.h"
 #include "standin/com/DispatchExport.h"
 #include "windows/com/EventSinkAdapter.h"
@@ -86,11 +83,7 @@ void ClientServer::applySettings() {
 void ClientServer::note(const simulator::Told& told) {
   constexpr std::size_t Kept = 12;
   const std::u16string line = told.line();
-  const auto watched =
-      static_cast<double>(settings_.watched.empty() ? 0 : fileSize(settings_.watched));
-  const std::array<std::u16string, 3> fields{timeOfDay(), automation::doubleText(watched), line};
-  appendLine(settings_.journal, fields);
-  lately_.push_back(fields[0] + u"  " + line);
+  lately_.push_back(settings_.journalTold(line) + u"  " + line);
   if (lately_.size() > Kept) lately_.pop_front();
 }
 

@@ -1,11 +1,13 @@
 #include "standin/client/ClientSettings.h"
 
+#include <array>
 #include <charconv>
 #include <cstring>
 #include <optional>
 
 #include "platform/conversions.h"
 #include "simulator/SimRegistry.h"
+#include "standin/client/LineFile.h"
 #include "standin/client/names.h"
 #include "windows/com/text.h"
 #include "windows/services/Registry.h"
@@ -111,6 +113,14 @@ void ClientSettings::write() const {
   standin::write(Lines, simulator::stringValue(text));
   standin::write(Journal, simulator::stringValue(journal));
   standin::write(Watched, simulator::stringValue(watched));
+}
+
+std::u16string ClientSettings::journalTold(std::u16string_view line) const {
+  const auto size = static_cast<double>(watched.empty() ? 0 : fileSize(watched));
+  const std::array<std::u16string, 3> fields{timeOfDay(), automation::doubleText(size),
+                                             std::u16string(line)};
+  appendLine(journal, fields);
+  return fields[0];
 }
 
 void ClientSettings::clear() {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "simulator/client/Client.h"
@@ -31,6 +32,9 @@ struct ClientSettings {
   static void clear();
 
   static std::u16string temporaryJournal();
+
+  /// Enters into the journal what the client was told; gives the time that stands beside it.
+  std::u16string journalTold(std::u16string_view line) const;
 };
 
 }  // namespace standin

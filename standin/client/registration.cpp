@@ -69,7 +69,8 @@ void registerClient(const std::u16string& path) {
     set(nameKey(className) + u"\\CLSID", textOf(id));
   }
   windows::ComPtr<ITypeLib> library;
-  windows::check(LoadTypeLibEx(windows::wide(path), REGKIND_NONE, library.receive()));
+  // Objects without type information are known by their members' names.
+  if (FAILED(LoadTypeLibEx(windows::wide(path), REGKIND_NONE, library.receive()))) return;
   auto text = path;
   windows::check(RegisterTypeLib(library.get(), reinterpret_cast<wchar_t*>(text.data()), nullptr));
 }
