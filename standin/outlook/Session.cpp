@@ -71,6 +71,7 @@ void Session::start(simulator::OutlookOptions options) {
   while (windows_.size() < 2) windows_.emplace_back();
   host_ = std::make_unique<simulator::OutlookHost>(mailbox_, std::move(options), bars_, boundary_,
                                                    std::move(services));
+  ++starts_;
   if (entry_.loadsAtStart()) {
     try {
       addin_ = createAddin();

@@ -47,6 +47,8 @@ class Session {
   /// and of the add-in's DLL.
   void settle();
   bool running() const { return host_ != nullptr; }
+  /// How often Outlook was started: tells one Outlook from the next.
+  unsigned starts() const { return starts_; }
   /// Must be running.
   simulator::OutlookHost& host() { return *host_; }
 
@@ -89,6 +91,7 @@ class Session {
   std::unique_ptr<ClipboardWatch> clipboardWatch_;
   std::unique_ptr<ComAddin> addin_;
   std::unique_ptr<simulator::OutlookHost> host_;
+  unsigned starts_ = 0;
   /// Two: a message box must keep the user from all of them.
   std::list<FrameWindow> windows_;
   std::u16string problem_;

@@ -82,6 +82,7 @@ void HandDesk::sync() {
   if (session_.running()) views = session_.host().snapshot().windows;
   // A window may be the one in whose click this happens: it goes when that is done.
   if (depth_ == 0) {
+    if (std::exchange(outlook_, session_.starts()) != session_.starts()) clear();
     std::erase_if(windows_, [&](const auto& entry) {
       return std::ranges::none_of(views,
                                   [&](const auto& view) { return view.number == entry.first; });
@@ -98,6 +99,15 @@ void HandDesk::sync() {
   const int front = views.empty() ? 0 : views.front().number;
   if (front != 0 && front != front_) BringWindowToTop(windows_.at(front)->hwnd());
   setFront(front);
+  --depth_;
+}
+
+/// An Outlook that was started since the last beat numbers its windows as the one before did.
+void HandDesk::clear() {
+  // A window that comes to the front when another goes was not brought there by the user.
+  ++depth_;
+  windows_.clear();
+  front_ = 0;
   --depth_;
 }
 

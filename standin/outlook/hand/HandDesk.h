@@ -57,12 +57,15 @@ class HandDesk : private simulator::CrossingObserver {
   void act(Action&& action);
   void switchView(int window);
   void setFront(int window);
+  void clear();
   std::optional<RECT> placeOf(const Session::Click& click) const;
   /// A click that no mouse made: puts the pointer where the mouse would be.
   void pointAt(const Session::Click& click);
 
   Session& session_;
   std::map<int, std::unique_ptr<HostWindow>> windows_;
+  /// Of which start of Outlook's they are.
+  unsigned outlook_ = 0;
   std::function<void()> beat_;
   UINT_PTR timer_ = 0;
   int depth_ = 0;
