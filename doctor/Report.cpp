@@ -21,18 +21,18 @@ int Report::exitStatus() const {
   }
 }
 
-std::vector<std::u16string> Report::lines() const {
+std::vector<std::u16string> Report::lines(bool tabs) const {
   constexpr Text Names[] = {Text::Well, Text::Odd, Text::Failed};
   std::vector<std::u16string> lines;
   std::size_t width = 0;
   for (const Text name : Names) width = std::max(width, textOf(language, name).size());
+  const auto add = [&](std::u16string margin, const std::u16string& text) {
+    if (!tabs) margin.resize(width + 2, u' ');
+    lines.push_back(margin + (tabs ? u"\t" : u"") + text);
+  };
   for (const auto& finding : findings) {
-    auto line = textOf(language, Names[static_cast<std::size_t>(finding.verdict)]);
-    line.resize(width + 2, u' ');
-    lines.push_back(line + finding.text);
-    if (!finding.remedy.empty()) {
-      lines.push_back(std::u16string(width + 2, u' ') + u"-> " + finding.remedy);
-    }
+    add(textOf(language, Names[static_cast<std::size_t>(finding.verdict)]), finding.text);
+    if (!finding.remedy.empty()) add({}, u"-> " + finding.remedy);
   }
   return lines;
 }

@@ -37,8 +37,9 @@ struct Report {
   Verdict worst() const;
   /// 0 when all is well, 1 with failures, 2 with oddities only.
   int exitStatus() const;
-  /// One line a finding, what to do below it.
-  std::vector<std::u16string> lines() const;
+  /// One line a finding, what to do below it. The texts stand in a column: by blanks, or by a tab
+  /// where letters differ in width.
+  std::vector<std::u16string> lines(bool tabs = false) const;
 };
 
 /// All checks, in the user's language. Changes nothing, and starts no program.

@@ -185,14 +185,18 @@ void switchTrace(platform::Registry& registry, bool on) {
 
 void Examiner::trace() {
   const bool on = traceIsOn(registry_);
-  const auto size = facts_.fileSize(traceFile(registry_)).value_or(0);
+  const auto folder = traceFolder(registry_);
+  const auto file = traceFile(registry_);
+  const auto size = facts_.fileSize(file).value_or(0);
   if (size > BigTrace) {
     const auto megabytes = automation::int32Text(static_cast<std::int32_t>(size >> 20));
     found(Verdict::Odd, text(Text::TraceBig, megabytes), Text::EmptyTrace);
   }
-  if (on && !facts_.writable(traceFolder(registry_))) {
-    return found(Verdict::Failed, text(Text::FolderNotWritable, traceFolder(registry_)),
-                 Text::AskAdministrator);
+  if (on && !facts_.writable(folder)) {
+    return found(Verdict::Failed, text(Text::FolderNotWritable, folder), Text::AskAdministrator);
+  }
+  if (on && !facts_.writable(file)) {
+    return found(Verdict::Failed, text(Text::TraceNotWritable, file), Text::AskAdministrator);
   }
   well(on ? Text::TraceOn : Text::TraceOff);
 }

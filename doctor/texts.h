@@ -43,6 +43,7 @@ enum class Text {
   TraceOn,
   TraceBig,
   FolderNotWritable,
+  TraceNotWritable,
   OutlookWell,
   OutlookMissing,
   OutlookVersion,

@@ -26,7 +26,8 @@ class Facts {
   /// Full path of the library that a bare name finds; empty when there is none.
   virtual std::u16string findLibrary(std::u16string_view name) = 0;
   /// Whether a file could be made in a folder that ends in a backslash, or that folder be made.
-  virtual bool writable(std::u16string_view folder) = 0;
+  /// For a file that is there, whether it can be written to.
+  virtual bool writable(std::u16string_view path) = 0;
   virtual std::u16string commonFilesFolder() = 0;
   /// Whether a top-level window of this class exists.
   virtual bool windowExists(std::u16string_view windowClass) = 0;

@@ -34,3 +34,9 @@ cxol_machine() {
     return 1
   fi
 }
+
+# cxol_program FILE MAJOR SOURCE: a program like SOURCE, but of this version.
+cxol_program() {
+  mkdir -p "$(dirname "$1")"
+  perl -0777 -pe 's/(\xBD\x04\xEF\xFE.{4}).{8}/$1 . pack("v4", 0, '"$2"', 0, 5608)/se' "$3" >"$1"
+}

@@ -38,8 +38,8 @@ std::u16string SimFacts::findLibrary(std::u16string_view name) {
   return found ? std::u16string(MapiPath) : std::u16string();
 }
 
-bool SimFacts::writable(std::u16string_view folder) {
-  return machine_.files.canWrite(folder);
+bool SimFacts::writable(std::u16string_view path) {
+  return machine_.files.canWrite(path.substr(0, path.rfind(u'\\') + 1));
 }
 
 std::u16string SimFacts::commonFilesFolder() {

@@ -25,6 +25,9 @@ class DoctorWindow : public Dialog {
     label(SAVE_BUTTON, Text::Save);
     label(CURE_BUTTON, Text::PutRightButton);
     label(TRACE_BUTTON, Text::TraceButton);
+    // Behind the longest word for a verdict, in quarters of a letter.
+    constexpr UINT Column = 40;
+    SendDlgItemMessageW(window_, REPORT_TEXT, EM_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&Column));
     examine();
   }
 
@@ -46,7 +49,7 @@ class DoctorWindow : public Dialog {
 
   void examine() {
     report_ = doctor::examine(patient_.registry, patient_.facts);
-    set(REPORT_TEXT, joined(report_));
+    set(REPORT_TEXT, joined(report_.lines(true)));
   }
 
   void save() {
@@ -71,12 +74,16 @@ class DoctorWindow : public Dialog {
       box(text(Text::NothingToPutRight), MB_OK);
       return;
     }
+    bool changed = false;
     for (const auto& cure : report_.cures) {
-      if (box(text(Text::AskPutRight, cure.text), MB_YESNO | MB_ICONQUESTION) == IDYES) {
-        doctor::apply(patient_.registry, cure);
+      if (box(text(Text::AskPutRight, cure.text), MB_YESNO | MB_ICONQUESTION) != IDYES) continue;
+      if (doctor::apply(patient_.registry, cure)) {
+        changed = true;
+      } else {
+        box(text(Text::AskAdministrator), MB_OK | MB_ICONERROR);
       }
     }
-    box(text(Text::RestartOutlook), MB_OK);
+    if (changed) box(text(Text::RestartOutlook), MB_OK);
     examine();
   }
 
@@ -125,7 +132,10 @@ class TraceWindow : public Dialog {
     }
   }
 
-  void empty() { emptyFile(doctor::traceFile(patient_.registry)); }
+  void empty() {
+    const auto file = doctor::traceFile(patient_.registry);
+    if (!emptyFile(file)) box(text(Text::TraceNotWritable, file), MB_OK | MB_ICONERROR);
+  }
 
   std::uint64_t size() const {
     return patient_.facts.fileSize(doctor::traceFile(patient_.registry)).value_or(0);
@@ -154,13 +164,13 @@ std::u16string Patient::explainedTrace(bool onlyProblems) const {
 }
 
 std::u16string Patient::forSupport() const {
-  return doctor::maskedReport(joined(doctor::examine(registry, facts))) + u"\r\n" +
+  return doctor::maskedReport(joined(doctor::examine(registry, facts).lines())) + u"\r\n" +
          doctor::maskedTrace(trace());
 }
 
-std::u16string joined(const doctor::Report& report) {
+std::u16string joined(const std::vector<std::u16string>& lines) {
   std::u16string text;
-  for (const auto& line : report.lines()) text += line + u"\r\n";
+  for (const auto& line : lines) text += line + u"\r\n";
   return text;
 }
 

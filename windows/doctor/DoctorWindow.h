@@ -17,8 +17,8 @@ struct Patient {
   std::u16string forSupport() const;
 };
 
-/// The report as one text.
-std::u16string joined(const doctor::Report& report);
+/// Lines as one text.
+std::u16string joined(const std::vector<std::u16string>& lines);
 
 /// Shows the report until the user closes it.
 void showDoctor(HINSTANCE module, const Patient& patient);

@@ -59,17 +59,25 @@ std::u16string WindowsFacts::findLibrary(std::u16string_view name) {
   return length < MAX_PATH ? std::u16string(utf16(path, length)) : std::u16string();
 }
 
-bool WindowsFacts::writable(std::u16string_view folder) {
-  // The nearest folder that is there decides.
-  std::u16string_view place = folder;
-  while (place.size() > 3) {
-    const DWORD attributes = GetFileAttributesW(wide(std::u16string(place)));
-    if (attributes != INVALID_FILE_ATTRIBUTES) break;
-    place = place.substr(0, place.rfind(u'\\', place.size() - 2) + 1);
+bool WindowsFacts::writable(std::u16string_view path) {
+  const bool file = !path.ends_with(u'\\');
+  if (file && GetFileAttributesW(wide(std::u16string(path))) != INVALID_FILE_ATTRIBUTES) {
+    return static_cast<bool>(opened(path, GENERIC_WRITE, OPEN_EXISTING));
   }
-  if (place.empty()) return false;
-  return static_cast<bool>(opened(std::u16string(place) + u"velnor-doctor.tmp", GENERIC_WRITE,
-                                  CREATE_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE));
+  // The nearest folder that is there decides.
+  std::u16string folder(path.substr(0, path.rfind(u'\\') + 1));
+  constexpr std::size_t Drive = 3;
+  while (folder.size() > Drive) {
+    const DWORD attributes = GetFileAttributesW(wide(folder.substr(0, folder.size() - 1)));
+    if (attributes != INVALID_FILE_ATTRIBUTES) {
+      // A file of this name is in the way.
+      if ((attributes & FILE_ATTRIBUTE_DIRECTORY) == 0) return false;
+      break;
+    }
+    folder.resize(folder.rfind(u'\\', folder.size() - 2) + 1);
+  }
+  return !folder.empty() && opened(folder + u"velnor-doctor.tmp", GENERIC_WRITE, CREATE_ALWAYS,
+                                   FILE_FLAG_DELETE_ON_CLOSE);
 }
 
 std::u16string WindowsFacts::commonFilesFolder() {

@@ -13,7 +13,7 @@ class WindowsFacts : public platform::Facts {
   std::string lastBytes(std::u16string_view path, std::size_t most) override;
   std::u16string fromAnsi(std::string_view bytes) override;
   std::u16string findLibrary(std::u16string_view name) override;
-  bool writable(std::u16string_view folder) override;
+  bool writable(std::u16string_view path) override;
   std::u16string commonFilesFolder() override;
   bool windowExists(std::u16string_view windowClass) override;
   platform::ObjectState object(std::u16string_view className,

@@ -58,7 +58,8 @@ int run(HINSTANCE module, const windows::Patient& patient) {
   if (words[0] == u"/support") return statusOf(windows::writeText(words[1], patient.forSupport()));
   if (words[0] != u"/report") return Unusable;
   const auto report = doctor::examine(patient.registry, patient.facts);
-  return windows::writeText(words[1], windows::joined(report)) ? report.exitStatus() : Unusable;
+  return windows::writeText(words[1], windows::joined(report.lines())) ? report.exitStatus()
+                                                                       : Unusable;
 }
 
 }  // namespace
