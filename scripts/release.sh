@@ -54,7 +54,7 @@ done
 
 mkdir -p "$folder/symbols"
 cp "$build/packaging/velnor-addin-$version.msi" "$dll" CHANGELOG.md "$folder"
-cp docs/{administrators,settings,users,users.de,trace,interfaces}.md "$folder"
+cp docs/{administrators,settings,users,users.de,trace,interfaces}.md standin/script/client.js "$folder"
 cp -r packaging/policy docs/pictures "$folder"
 cp "$build/cxolcom.pdb" packaging/symbols/resolve.sh "$folder/symbols"
 xz -9 -T1 -c "$build/windows/cxolcom.debug" >"$folder/symbols/cxolcom.debug.xz"

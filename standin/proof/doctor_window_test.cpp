@@ -158,6 +158,17 @@ TEST_F(DoctorWindow, ShowsTheTraceAsItGrowsAndSwitchesIt) {
   standin::appendLine(trace.path(), std::vector<std::u16string>{
                                         u"07.03.2008 14:05:10.000 Error:   ERROR in CxDial(): no"});
   EXPECT_TRUE(shown.tells(REPORT_TEXT, "a command was given up"));
+  const auto grow = [&](std::u16string text, std::string_view meaning) {
+    standin::appendLine(trace.path(),
+                        std::vector<std::u16string>{u"07.03.2008 14:05:11.000 Debug:   " + text});
+    EXPECT_TRUE(shown.tells(REPORT_TEXT, meaning));
+    return SendMessageW(GetDlgItem(shown.window, REPORT_TEXT), EM_GETFIRSTVISIBLELINE, 0, 0);
+  };
+  for (int i = 0; i < 100; ++i) grow(u"Timer stopped.", "");
+  EXPECT_GT(grow(u"MAPI_Init()", "MAPI helper is started"), 0);
+  SendMessageW(GetDlgItem(shown.window, REPORT_TEXT), WM_VSCROLL, SB_TOP, 0);
+  EXPECT_EQ(grow(u"MAPI_Deinit()", "MAPI helper is ended"), 0) << "who reads is not disturbed";
+
   shown.press(PROBLEMS_BOX);
   EXPECT_TRUE(soon([&] { return shown.text(REPORT_TEXT).find("(0711") == std::string::npos; }));
   EXPECT_TRUE(shown.tells(REPORT_TEXT, "a command was given up"));

@@ -141,12 +141,17 @@ class TraceWindow : public Dialog {
     return patient_.facts.fileSize(doctor::traceFile(patient_.registry)).value_or(0);
   }
 
+  /// The newest lines are at the end; who reads further up is left there.
   void show() {
+    const HWND lines = GetDlgItem(window_, REPORT_TEXT);
+    SCROLLINFO place{sizeof place, SIF_ALL, 0, 0, 0, 0, 0};
+    GetScrollInfo(lines, SB_VERT, &place);
+    const bool atEnd = shown_ == 0 || place.nPos + static_cast<int>(place.nPage) >= place.nMax;
+    const LRESULT first = SendMessageW(lines, EM_GETFIRSTVISIBLELINE, 0, 0);
     shown_ = size();
     set(REPORT_TEXT, patient_.explainedTrace(checked(PROBLEMS_BOX)));
-    // The newest lines are at the end.
-    const LRESULT lines = SendDlgItemMessageW(window_, REPORT_TEXT, EM_GETLINECOUNT, 0, 0);
-    SendDlgItemMessageW(window_, REPORT_TEXT, EM_LINESCROLL, 0, lines);
+    const LRESULT count = SendMessageW(lines, EM_GETLINECOUNT, 0, 0);
+    SendMessageW(lines, EM_LINESCROLL, 0, atEnd ? count : first);
   }
 
   const Patient patient_;
