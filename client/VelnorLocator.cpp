@@ -9,13 +9,13 @@
 #include "platform/objects.h"
 #include "platform/processes.h"
 #include "platform/screen.h"
+#include "platform/velnor.h"
 #include "resources/settings.h"
 
 namespace cxol {
 namespace {
 
 constexpr auto ClientProgram = resources::setting(u"ClientProgram").place;
-constexpr std::u16string_view MainWindowClass = u"SfFrameOrView";
 constexpr std::u16string_view HiddenStart = u"-hideOnStartup";
 
 /// Results of a start up to this one are failures.
@@ -89,7 +89,7 @@ bool waitForWindow() {
   const Wait wait;
   bool found = false;
   do {
-    found = machine().processes.windowExists(MainWindowClass);
+    found = machine().processes.windowExists(velnor::MainWindowClass);
     machine().clock.sleep(WindowPoll);
   } while (!found && !wait.over());
   machine().clock.sleep(WindowPoll);
@@ -152,7 +152,7 @@ void ShellExecuteVelnorHiddenNoWait() noexcept {
 void ShellExecuteVelnorWait() noexcept {
   trap(
       [] {
-        if (machine().processes.windowExists(MainWindowClass)) return;
+        if (machine().processes.windowExists(velnor::MainWindowClass)) return;
         if (start(HiddenStart) <= LastStartFailure) return tellUser(CannotStart);
         if (!waitForWindow()) return tellUser(WindowTimeout);
         if (!waitForObject()) tellUser(ObjectTimeout);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "doctor/Report.h"
+#include "doctor/program.h"
 #include "doctor/texts.h"
 #include "infra/RegOp.h"
 #include "infra/text.h"
@@ -19,6 +20,8 @@ std::u16string textAt(platform::Registry& registry, platform::RegistryRoot root,
 /// Whether a value of a list of disabled items stands for the add-in.
 bool isOwnDisabledItem(const platform::RegistryValue& value);
 
+/// As in "HKEY_CURRENT_USER".
+std::u16string_view hiveName(platform::RegistryRoot root);
 /// "HKEY_CURRENT_USER\Key\Name".
 std::u16string placeName(platform::RegistryRoot root, std::u16string_view key,
                          std::u16string_view name);
@@ -56,8 +59,10 @@ class Examiner {
   void found(Verdict verdict, std::u16string what, Text remedy) {
     report_.findings.push_back({verdict, std::move(what), text(remedy)});
   }
-  /// False, with a finding, when the file is not there or no 32-bit program.
-  bool is32BitFile(std::u16string_view path, Text remedy);
+  /// False, with a finding, when the file is not there.
+  bool isThere(std::u16string_view path, Text remedy);
+  /// Nothing, with a finding, when the file is not there or no 32-bit program.
+  std::optional<Program> program32(std::u16string_view path, Text remedy);
 
   platform::Registry& registry_;
   platform::Facts& facts_;

@@ -53,12 +53,14 @@ std::u16string textAt(platform::Registry& registry, platform::RegistryRoot root,
   return value ? value->toText() : std::u16string();
 }
 
+std::u16string_view hiveName(platform::RegistryRoot root) {
+  if (root == CurrentUser) return u"HKEY_CURRENT_USER";
+  return root == LocalMachine ? u"HKEY_LOCAL_MACHINE" : u"HKEY_CLASSES_ROOT";
+}
+
 std::u16string placeName(platform::RegistryRoot root, std::u16string_view key,
                          std::u16string_view name) {
-  const std::u16string_view hive = root == CurrentUser    ? u"HKEY_CURRENT_USER\\"
-                                   : root == LocalMachine ? u"HKEY_LOCAL_MACHINE\\"
-                                                          : u"HKEY_CLASSES_ROOT\\";
-  return name.empty() ? cxol::concat(hive, key) : cxol::concat(hive, key, u"\\", name);
+  return cxol::concat(hiveName(root), u"\\", key, name.empty() ? u"" : u"\\", name);
 }
 
 Examiner::Examiner(platform::Registry& registry, platform::Facts& facts)

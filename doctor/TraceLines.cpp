@@ -71,7 +71,9 @@ std::u16string maskedText(std::u16string_view text) {
   const auto count = countLength(text);
   if (count > 0) return cxol::concat(text.substr(0, count), maskedText(text.substr(count)));
   const auto tail = text.substr(meaning->prefix.size());
-  if (!meaning->personal) return cxol::concat(meaning->prefix, withoutQuotedAndNumbers(tail));
+  if ((meaning->flags & Personal) == 0) {
+    return cxol::concat(meaning->prefix, withoutQuotedAndNumbers(tail));
+  }
   // The number that is dialled stands in brackets; what became of it is ours.
   const auto bracket = meaning->prefix.ends_with(u'(') ? tail.rfind(u"): ") : tail.npos;
   if (bracket == tail.npos) return cxol::concat(meaning->prefix, veiled(tail));
@@ -111,7 +113,7 @@ std::u16string explainedTrace(std::u16string_view trace, std::size_t language, b
     const auto read = readTraceLine(line);
     if (onlyProblems && read.level != u"Warning" && read.level != u"Error") return;
     const auto* meaning = meaningOf(read.text);
-    if (meaning && meaning->click && !onlyProblems) result.append(LineEnd);
+    if (meaning && (meaning->flags & Click) != 0 && !onlyProblems) result.append(LineEnd);
     result.append(line).append(LineEnd);
     if (!meaning) return;
     result.append(u"        ").append(language == German ? meaning->german : meaning->english);

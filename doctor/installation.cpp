@@ -1,5 +1,6 @@
+#include <algorithm>
+
 #include "doctor/Examiner.h"
-#include "doctor/program.h"
 #include "platform/conversions.h"
 
 namespace doctor {
@@ -11,7 +12,7 @@ constexpr std::u16string_view EntryKey =
     u"Software\\Microsoft\\Office\\Outlook\\Addins\\VelnorOutlookCOMAddIn.Connect";
 constexpr std::u16string_view LoadBehavior = u"LoadBehavior";
 constexpr std::int32_t LoadAtStart = 3;
-/// Where the add-in's file stands besides its entry class.
+/// Where the add-in's file stands: for its entry class, and besides.
 constexpr std::u16string_view EntryServer =
     u"CLSID\\{873C647F-502B-4863-9F93-A83F43C0E12B}\\InprocServer32";
 constexpr std::u16string_view CommandServer =
@@ -19,47 +20,37 @@ constexpr std::u16string_view CommandServer =
 constexpr std::u16string_view TypeLibrary =
     u"TypeLib\\{303DF69F-DB02-48B8-B932-1DC32C79BDCC}\\1.0\\0\\win32";
 
-std::u16string_view fileName(std::u16string_view path) {
-  return path.substr(path.rfind(u'\\') + 1);
-}
-
-std::uint32_t numberAt(const std::vector<std::byte>& bytes, std::size_t at) {
-  std::uint32_t number = 0;
-  for (std::size_t i = 4; i-- > 0;) {
-    number = number << 8 | std::to_integer<std::uint32_t>(bytes[at + i]);
-  }
-  return number;
-}
-
 }  // namespace
 
 bool isOwnDisabledItem(const platform::RegistryValue& value) {
   // Kind, lengths of path and name in bytes, path, name.
   constexpr std::size_t Head = 12;
   constexpr std::uint32_t KindAddin = 1;
-  if (value.bytes.size() < Head || numberAt(value.bytes, 0) != KindAddin) return false;
-  const std::size_t length = numberAt(value.bytes, 4);
-  if (length > value.bytes.size() - Head) return false;
+  const std::string_view bytes(reinterpret_cast<const char*>(value.bytes.data()),
+                               value.bytes.size());
+  if (bytes.size() < Head || numberAt(bytes, 0, 4) != KindAddin) return false;
+  const std::size_t length = numberAt(bytes, 4, 4);
+  if (length > bytes.size() - Head) return false;
   std::u16string path;
   for (std::size_t at = Head; at + 1 < Head + length; at += 2) {
-    const auto unit = static_cast<char16_t>(std::to_integer<unsigned>(value.bytes[at]) |
-                                            std::to_integer<unsigned>(value.bytes[at + 1]) << 8);
-    if (unit == u'\0') break;
-    path.push_back(unit);
+    path.push_back(static_cast<char16_t>(numberAt(bytes, at, 2)));
   }
-  return cxol::equalsIgnoringCase(fileName(path), AddinFile);
+  path.resize(std::min(path.find(u'\0'), path.size()));
+  return cxol::equalsIgnoringCase(path.substr(path.rfind(u'\\') + 1), AddinFile);
 }
 
-bool Examiner::is32BitFile(std::u16string_view path, Text remedy) {
-  if (!facts_.fileSize(path)) {
-    found(Verdict::Failed, text(Text::FileMissing, path), remedy);
-    return false;
-  }
-  if (!programAt(facts_, path).is32Bit) {
-    found(Verdict::Failed, text(Text::FileNot32, path), remedy);
-    return false;
-  }
-  return true;
+bool Examiner::isThere(std::u16string_view path, Text remedy) {
+  if (facts_.fileSize(path)) return true;
+  found(Verdict::Failed, text(Text::FileMissing, path), remedy);
+  return false;
+}
+
+std::optional<Program> Examiner::program32(std::u16string_view path, Text remedy) {
+  if (!isThere(path, remedy)) return std::nullopt;
+  auto program = programAt(facts_, path);
+  if (program.is32Bit) return program;
+  found(Verdict::Failed, text(Text::FileNot32, path), remedy);
+  return std::nullopt;
 }
 
 void Examiner::outlook() {
@@ -70,14 +61,14 @@ void Examiner::outlook() {
     return found(Verdict::Failed, text(Text::OutlookMissing), Text::InstallOutlook);
   }
   outlookFolder_ = path.substr(0, path.rfind(u'\\') + 1);
-  if (!is32BitFile(path, Text::InstallOutlook)) return;
-  const auto program = programAt(facts_, path);
+  const auto program = program32(path, Text::InstallOutlook);
+  if (!program) return;
   constexpr int Outlook2000 = 9;
   constexpr int Outlook2007 = 12;
-  if (program.major < Outlook2000 || program.major > Outlook2007) {
-    return found(Verdict::Odd, text(Text::OutlookVersion, program.version), Text::InstallOutlook);
+  if (program->major < Outlook2000 || program->major > Outlook2007) {
+    return found(Verdict::Odd, text(Text::OutlookVersion, program->version), Text::InstallOutlook);
   }
-  well(Text::OutlookWell, program.version, path);
+  well(Text::OutlookWell, program->version, path);
 }
 
 void Examiner::addin() {
@@ -88,8 +79,8 @@ void Examiner::addin() {
                                 EntryServer)) {
     return found(Verdict::Failed, text(Text::AddinMissing), Text::Reinstall);
   }
-  if (is32BitFile(file, Text::Reinstall)) {
-    well(Text::AddinWell, file, programAt(facts_, file).version);
+  if (const auto program = program32(file, Text::Reinstall)) {
+    well(Text::AddinWell, file, program->version);
   }
   leftovers(file);
 }
@@ -120,15 +111,11 @@ void Examiner::loading() {
   if (!value) return found(Verdict::Failed, text(Text::LoadNowhere), Text::Reinstall);
   const auto shown = value->toText();
   const auto number = automation::parseNumber(shown);
-  if (number == LoadAtStart) {
-    return well(Text::LoadWell, shown,
-                root == CurrentUser ? u"HKEY_CURRENT_USER" : u"HKEY_LOCAL_MACHINE");
-  }
+  if (number == LoadAtStart) return well(Text::LoadWell, shown, hiveName(root));
   // Loaded all the same, but when one of its buttons is pressed, which is not there yet.
   constexpr std::int32_t OnDemand = 8;
   const bool sometimes = number && *number >= OnDemand;
-  auto what = text(sometimes ? Text::LoadOdd : Text::LoadOff, shown,
-                   root == CurrentUser ? u"HKEY_CURRENT_USER" : u"HKEY_LOCAL_MACHINE");
+  auto what = text(sometimes ? Text::LoadOdd : Text::LoadOff, shown, hiveName(root));
   if (root == CurrentUser) {
     report_.cures.push_back(
         {what, std::u16string(EntryKey), std::u16string(LoadBehavior), LoadAtStart});

@@ -11,7 +11,6 @@
 namespace doctor {
 namespace {
 
-constexpr std::u16string_view ClientWindow = u"SfFrameOrView";
 constexpr std::u16string_view OutlookWindow = u"rctrl_renwnd32";
 constexpr std::u16string_view MapiHelper = u"cxmapihlp.dll";
 
@@ -53,17 +52,15 @@ void Examiner::client() {
       textAt(registry_, ClientProgram.root, ClientProgram.key, ClientProgram.name)));
   if (path.empty()) {
     found(Verdict::Failed, text(Text::ClientMissing), Text::InstallClient);
-  } else if (!facts_.fileSize(path)) {
-    found(Verdict::Failed, text(Text::FileMissing, path), Text::InstallClient);
-  } else {
+  } else if (isThere(path, Text::InstallClient)) {
     well(Text::ClientWell, path);
   }
   clientRuns();
 }
 
 void Examiner::clientRuns() {
-  const bool window = facts_.windowExists(ClientWindow);
-  const auto object = facts_.object(velnor::ApplicationClass, ClientWindow);
+  const bool window = facts_.windowExists(velnor::MainWindowClass);
+  const auto object = facts_.object(velnor::ApplicationClass, velnor::MainWindowClass);
   if (window && object == platform::ObjectState::Runs) return well(Text::ClientRuns);
   if (window || object != platform::ObjectState::None) {
     return found(Verdict::Failed, text(Text::ClientHangs), Text::RestartClient);
@@ -78,14 +75,14 @@ void Examiner::libraries() {
   auto helper = cxol::concat(outlookFolder_, MapiHelper);
   if (outlookFolder_.empty() || !facts_.fileSize(helper)) helper = facts_.findLibrary(MapiHelper);
   if (!helper.empty()) {
-    if (is32BitFile(helper, Text::InstallClient)) well(Text::MapiWell, helper);
+    if (program32(helper, Text::InstallClient)) well(Text::MapiWell, helper);
   } else if (constexpr auto UseMapi = resources::setting(u"UseMapi").place;
              textAt(registry_, UseMapi.root, UseMapi.key, UseMapi.name) != u"0") {
     found(Verdict::Odd, text(Text::MapiMissing, MapiHelper), Text::InstallClient);
   }
   const auto logger = facts_.commonFilesFolder() + u"\\K9T\\K9tLogVB.dll";
   if (!facts_.fileSize(logger)) return well(Text::RouteFile, traceFile(registry_));
-  if (is32BitFile(logger, Text::InstallClient)) well(Text::RouteLibrary, logger);
+  if (program32(logger, Text::InstallClient)) well(Text::RouteLibrary, logger);
 }
 
 // ---- The settings.

@@ -14,6 +14,9 @@ namespace velnor {
 inline constexpr std::u16string_view ApplicationClass = u"velnor.application";
 inline constexpr std::u16string_view RemoteClass = u"velnor.remote";
 
+/// Class of the client's main window, which is there also while it is hidden.
+inline constexpr std::u16string_view MainWindowClass = u"SfFrameOrView";
+
 /// Bits of a line state.
 namespace linestate {
 /// LS_MASK: the low four bits carry the connection state.

@@ -5,13 +5,16 @@
 #include "doctor/texts.h"
 #include "windows/com/api.h"
 #include "windows/com/text.h"
+#include "windows/doctor/DoctorWindow.h"
 #include "windows/doctor/controls.h"
 
 namespace windows {
 
-/// A modal dialog of the program's resources, its controls' texts in one language.
+/// A modal dialog of the program's resources, its controls' texts in the language of the report.
 class Dialog {
  public:
+  explicit Dialog(const Patient& patient)
+      : patient_(patient), language_(doctor::reportLanguage(patient.registry, patient.facts)) {}
   virtual ~Dialog() = default;
   void run(HINSTANCE module, int id, HWND owner) {
     module_ = module;
@@ -19,7 +22,6 @@ class Dialog {
   }
 
  protected:
-  explicit Dialog(std::size_t language) : language_(language) {}
   virtual void begin() = 0;
   virtual void press(int control) = 0;
   virtual void tick() {}
@@ -38,6 +40,7 @@ class Dialog {
 
   HWND window_ = nullptr;
   HINSTANCE module_ = nullptr;
+  const Patient patient_;
   const std::size_t language_;
 
  private:

@@ -16,8 +16,7 @@ constexpr std::size_t ShownTrace = 1024 * 1024;
 
 class DoctorWindow : public Dialog {
  public:
-  explicit DoctorWindow(const Patient& patient)
-      : Dialog(doctor::reportLanguage(patient.registry, patient.facts)), patient_(patient) {}
+  using Dialog::Dialog;
 
  private:
   void begin() override {
@@ -87,14 +86,12 @@ class DoctorWindow : public Dialog {
     examine();
   }
 
-  const Patient patient_;
   doctor::Report report_;
 };
 
 class TraceWindow : public Dialog {
  public:
-  explicit TraceWindow(const Patient& patient)
-      : Dialog(doctor::reportLanguage(patient.registry, patient.facts)), patient_(patient) {}
+  using Dialog::Dialog;
 
  private:
   static constexpr UINT Second = 1000;
@@ -154,7 +151,6 @@ class TraceWindow : public Dialog {
     SendMessageW(lines, EM_LINESCROLL, 0, atEnd ? count : first);
   }
 
-  const Patient patient_;
   std::uint64_t shown_ = 0;
 };
 

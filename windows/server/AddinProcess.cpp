@@ -9,9 +9,6 @@
 namespace windows {
 namespace {
 
-/// The client's main window.
-constexpr std::u16string_view ClientWindow = u"SfFrameOrView";
-
 /// Not an owner: the objects are.
 std::weak_ptr<AddinProcess>& current() {
   static std::weak_ptr<AddinProcess> process;
@@ -44,8 +41,8 @@ std::shared_ptr<AddinProcess> AddinProcess::acquire() {
 }
 
 AddinProcess::AddinProcess()
-    : machine_(Module::instance(),
-               {{velnor::ApplicationClass, ClientWindow}, {velnor::RemoteClass, ClientWindow}}),
+    : machine_(Module::instance(), {{velnor::ApplicationClass, velnor::MainWindowClass},
+                                    {velnor::RemoteClass, velnor::MainWindowClass}}),
       process_(machine_.platform()) {}
 
 }  // namespace windows
