@@ -13,7 +13,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 . "$root/scripts/windows-machine.sh"
 native=${BUILD_NATIVE:-$root/build/release}/demo/velnor-sim
 folder=${PROOF_FOLDER:-$root/build/proof}
-jobs=${PROOF_JOBS:-3}
+jobs=${PROOF_JOBS:-6}
 client=${PROOF_CLIENT:-velnor-standin.exe}
 mailbox=$root/samples/mailbox.json
 
