@@ -32,7 +32,7 @@ class ClientTest : public testing::Test {
 
 TEST_F(ClientTest, StartsTheClientFromItsRegisteredPath) {
   auto& machine = world.machine;
-  machine.client.install(machine.registry, u"D:\\My Programs\\Velnor 3\\velnor.exe");
+  machine.client.install(u"D:\\My Programs\\Velnor 3\\velnor.exe");
   cxol::ShellExecuteVelnorHiddenNoWait();
   ASSERT_EQ(machine.processes.started().size(), 1u);
   EXPECT_EQ(machine.processes.started()[0].file, u"\"D:\\My Programs\\Velnor 3\\velnor.exe\"");
@@ -80,7 +80,7 @@ TEST_F(ClientTest, FindsThePathInWhatItsServerMayBeRegisteredAs) {
 
 TEST_F(ClientTest, ToldThatItIsNotInstalled) {
   const std::u16string text = u"Velnor läßt sich nicht starten. Installieren Sie die Software neu.";
-  world.machine.client.uninstall(world.machine.registry);
+  world.machine.client.uninstall();
   const char16_t* const absentOr[] = {nullptr, u"", u" ", u"\"\" -Embedding"};
   for (const char16_t* value : absentOr) {
     if (value) {
@@ -248,7 +248,7 @@ TEST_F(ClientTest, DialsThroughTheRemoteObjectWhenToldSo) {
   auto trace = world.trace();
   trace.erase(trace.begin());
   EXPECT_EQ(trace, lines);
-  world.machine.client.stopCall();
+  world.machine.client.endCall();
   world.option(AddInKey, u"DialRemote", 1);
   CxDial(u"0711/2");
   ASSERT_EQ(world.machine.client.told().size(), 2u);

@@ -78,11 +78,11 @@ TEST_F(SimulatedClientTest, CallsMoveTheLineStates) {
   EXPECT_EQ(telephone.currentLine(), 2) << "the first idle line";
   EXPECT_FALSE(machine.client.ring(u"0711 3")) << "no line is idle";
   EXPECT_EQ(command.lineStateOf(1), 3);
-  ASSERT_TRUE(machine.client.stopCall());
+  ASSERT_TRUE(machine.client.endCall());
   EXPECT_EQ(telephone.number(), u"0711 1") << "the other call goes on";
   command.hangUp();
   EXPECT_EQ(command.lineState(), 4);
-  EXPECT_FALSE(machine.client.stopCall());
+  EXPECT_FALSE(machine.client.endCall());
 
   command.dial(1, 2, u"0711");
   EXPECT_EQ(command.lineStateOf(2), 1);

@@ -28,21 +28,24 @@ std::u16string_view callWord(Telephone::State state) {
 
 }  // namespace
 
-Client::Client(Uptime& uptime)
-    : uptime_(uptime), conversion_(defaultConversion), isNumber_(defaultIsNumber) {}
+Client::Client(Uptime& uptime, SimRegistry& registry)
+    : uptime_(uptime),
+      registry_(registry),
+      conversion_(defaultConversion),
+      isNumber_(defaultIsNumber) {}
 
 Client::~Client() = default;
 
-void Client::install(SimRegistry& registry, std::u16string_view path) {
+void Client::install(std::u16string_view path) {
   installed_ = true;
   path_ = path;
-  registry.setString(RegistryRoot::ClassesRoot, RegistryKey, u"", path);
+  registry_.setString(RegistryRoot::ClassesRoot, RegistryKey, u"", path);
 }
 
-void Client::uninstall(SimRegistry& registry) {
+void Client::uninstall() {
   vanish();
   installed_ = false;
-  registry.remove(RegistryRoot::ClassesRoot, RegistryKey, u"");
+  registry_.remove(RegistryRoot::ClassesRoot, RegistryKey, u"");
 }
 
 void Client::launch(bool hidden, std::int64_t startedAt) {
@@ -60,9 +63,10 @@ void Client::start(bool hidden) {
   }
 }
 
-void Client::startReady(bool hidden) {
+bool Client::startReady(bool hidden) {
   const std::int64_t longest = std::max({delays_.window, delays_.object, delays_.inService});
   if (!running()) launch(hidden, uptime_.now() - longest);
+  return true;
 }
 
 bool Client::reached(bool never, std::uint32_t delay) const {
@@ -107,16 +111,18 @@ bool Client::connect() {
   return inService() && telephone_.connect();
 }
 
-bool Client::stopCall() {
+bool Client::endCall() {
   return inService() && telephone_.end();
 }
 
-void Client::hang(bool on, std::uint32_t milliseconds) {
+bool Client::hang(bool on, std::uint32_t milliseconds) {
   hangs_ = on && running() ? std::optional(milliseconds) : std::nullopt;
+  return running();
 }
 
-void Client::freeze(bool on) {
+bool Client::freeze(bool on) {
   frozen_ = on && running();
+  return running();
 }
 
 bool Client::answers() {

@@ -14,6 +14,7 @@
 #include "platform/automation.h"
 #include "simulator/SimRegistry.h"
 #include "simulator/Uptime.h"
+#include "simulator/client/PlayedClient.h"
 #include "simulator/client/Telephone.h"
 #include "simulator/client/Told.h"
 
@@ -24,10 +25,11 @@ class ClientProcess;
 /// The telephony client: a program that is started, shows a window, registers its object, gets into
 /// service and then takes commands; and the hand of whoever plays it. At most one process of it
 /// runs. Objects that are held when that ends answer with error 462.
-class Client {
+class Client : public PlayedClient {
  public:
-  explicit Client(Uptime& uptime);
-  ~Client();
+  /// The registry is the one that it is registered in.
+  Client(Uptime& uptime, SimRegistry& registry);
+  ~Client() override;
   Client(const Client&) = delete;
   Client& operator=(const Client&) = delete;
 
@@ -41,10 +43,10 @@ class Client {
 
   // ---- The program on the machine.
 
-  void install(SimRegistry& registry, std::u16string_view path = DefaultPath);
-  /// Also ends it.
-  void uninstall(SimRegistry& registry);
-  bool installed() const { return installed_; }
+  void install() override { install(DefaultPath); }
+  void install(std::u16string_view path);
+  void uninstall() override;
+  bool installed() const override { return installed_; }
   const std::u16string& path() const { return path_; }
 
   /// How long after its start each stage is reached, in milliseconds.
@@ -55,52 +57,36 @@ class Client {
   };
   /// For the next start.
   void setDelays(const Delays& delays) { delays_ = delays; }
-  /// Stages that a client never reaches. Each stands for itself, at once and until it is set again:
-  /// a client that never shows its window may well register its object. While it is not in
-  /// service the client has no phone command object.
-  struct Gaps {
-    bool window = false;
-    bool object = false;
-    bool service = false;
-  };
-  void setGaps(const Gaps& gaps) { gaps_ = gaps; }
+  void setGaps(const Gaps& gaps) override { gaps_ = gaps; }
   /// Until the client is in service, asking it for its phone command raises an error instead of
   /// giving nothing.
   void setRaisesBeforeService(bool raises) { raisesBeforeService_ = raises; }
 
   /// Starts it as the shell does. One that runs already comes to the front, unless hidden.
   void start(bool hidden);
-  /// The same, but all stages are reached at once.
-  void startReady(bool hidden = false);
-  bool running() const { return process_ != nullptr; }
+  bool startReady(bool hidden = false) override;
+  bool running() const override { return process_ != nullptr; }
   bool hidden() const { return running() && hidden_; }
   bool hasWindow() const;
   bool hasObject() const;
   bool inService() const;
-  /// The process is gone at once, its calls with it.
-  void vanish();
-  /// In a few words: "not running", "running hidden, connected: 0711 123".
-  std::u16string status() const;
+  void vanish() override;
+  std::u16string status() const override;
 
-  // ---- The telephone. The client takes part in calls only while it is in service.
+  // ---- The telephone.
 
-  /// A call comes in on the first idle line; false when that is not possible.
-  bool ring(std::u16string_view number);
-  /// The incoming call is taken at the telephone, or the other side answers; false without either.
-  bool connect();
-  /// The current call ends; false when there is none.
-  bool stopCall();
+  bool ring(std::u16string_view number) override;
+  bool connect() override;
+  bool endCall() override;
   Telephone& telephone() { return telephone_; }
   const Telephone& telephone() const { return telephone_; }
 
   // ---- Trouble.
 
-  /// While the client hangs, which its end ends, each call takes this long and then raises the
-  /// error of a busy server.
-  void hang(bool on, std::uint32_t milliseconds = 30000);
-  /// While the client is frozen, which its end ends, it takes no messages. Whoever looks first is
-  /// told so after a while; a call of its objects returns so late that nobody lives to see it.
-  void freeze(bool on);
+  bool hang(bool on, std::uint32_t milliseconds = 30000) override;
+  /// Whoever looks first is told so after a while; a call of its objects returns so late that
+  /// nobody lives to see it.
+  bool freeze(bool on) override;
   static constexpr std::uint32_t FrozenLook = 5000;
   static constexpr std::uint32_t FrozenCall = 3'600'000;
   static constexpr std::size_t EveryCall = std::numeric_limits<std::size_t>::max();
@@ -108,6 +94,7 @@ class Client {
   void answerWithError(
       std::size_t count = EveryCall,
       automation::Error error = automation::Error(automation::ErrorNumber::AutomationFailed));
+  void setErrors(bool on) override { answerWithError(on ? EveryCall : 0); }
   /// Every call of this member raises this error, until it is restored.
   void failMember(std::u16string_view member, automation::Error error = automation::Error(
                                                   automation::ErrorNumber::AutomationFailed));
@@ -164,6 +151,7 @@ class Client {
   void launch(bool hidden, std::int64_t startedAt);
 
   Uptime& uptime_;
+  SimRegistry& registry_;
   std::u16string path_{DefaultPath};
   bool installed_ = false;
   Delays delays_;

@@ -10,7 +10,7 @@ Machine::Machine(Boundary& boundary)
       registry(boundary),
       files(boundary),
       language(boundary),
-      client(uptime_),
+      client(uptime_, registry),
       processes(boundary, client),
       objects(boundary, client),
       screen(boundary),
@@ -27,10 +27,6 @@ Machine::Machine(Boundary& boundary)
 platform::Platform Machine::platform() {
   return {clock,    files,     language, loggingLibrary, mapiHelper, objects,
           pictures, processes, registry, screen,         timers};
-}
-
-void Machine::installClient() {
-  client.install(registry);
 }
 
 }  // namespace simulator

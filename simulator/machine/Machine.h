@@ -31,7 +31,7 @@ class Machine {
 
   platform::Platform platform();
   /// Installs the client: its file and its registration.
-  void installClient();
+  void installClient() { client.install(); }
   /// Lets time pass in the message loop.
   void advance(std::uint32_t milliseconds) { clock.advance(milliseconds); }
 

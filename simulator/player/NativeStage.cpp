@@ -92,58 +92,6 @@ void NativeStage::switchAddin(bool on) {
   act([&] { world_.switchAddin(on); });
 }
 
-// ---- The telephone.
-
-void NativeStage::ring(std::u16string_view number) {
-  if (!machine_.client.ring(number)) refuse("no line is free, or the client is not in service");
-}
-
-void NativeStage::connectCall() {
-  if (!machine_.client.connect()) refuse("there is no call to connect");
-}
-
-void NativeStage::endCall() {
-  if (!machine_.client.stopCall()) refuse("there is no call to end");
-}
-
-void NativeStage::hangClient(bool on) {
-  if (!machine_.client.running()) refuse("the client does not run");
-  machine_.client.hang(on);
-}
-
-void NativeStage::freezeClient(bool on) {
-  if (!machine_.client.running()) refuse("the client does not run");
-  machine_.client.freeze(on);
-}
-
-void NativeStage::vanishClient() {
-  if (!machine_.client.running()) refuse("the client does not run");
-  machine_.client.vanish();
-}
-
-void NativeStage::setClient(ClientState state) {
-  simulator::Client& client = machine_.client;
-  if (client.running()) client.vanish();
-  if (state == ClientState::Missing) {
-    client.uninstall(machine_.registry);
-    return;
-  }
-  if (!client.installed()) machine_.installClient();
-  if (state != ClientState::Installed) client.startReady(state == ClientState::Hidden);
-}
-
-void NativeStage::setClientGap(ClientGap gap) {
-  simulator::Client::Gaps gaps;
-  gaps.window = gap == ClientGap::Window;
-  gaps.object = gap == ClientGap::Object;
-  gaps.service = gap == ClientGap::Service;
-  machine_.client.setGaps(gaps);
-}
-
-void NativeStage::setClientErrors(bool on) {
-  machine_.client.answerWithError(on ? simulator::Client::EveryCall : 0);
-}
-
 // ---- The machine.
 
 void NativeStage::setRegistry(platform::RegistryRoot root, std::u16string_view key,

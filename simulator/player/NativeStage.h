@@ -28,16 +28,6 @@ class NativeStage : public OutlookStage, private simulator::ScreenUser {
   void startOutlook(std::u16string_view version) override;
   void switchAddin(bool on) override;
 
-  void ring(std::u16string_view number) override;
-  void connectCall() override;
-  void endCall() override;
-  void hangClient(bool on) override;
-  void freezeClient(bool on) override;
-  void vanishClient() override;
-  void setClient(ClientState state) override;
-  void setClientGap(ClientGap gap) override;
-  void setClientErrors(bool on) override;
-
   void setLanguage(std::int32_t langId) override { machine_.language.setLangId(langId); }
   void setRegistry(platform::RegistryRoot root, std::u16string_view key, std::u16string_view name,
                    const std::optional<platform::RegistryValue>& value) override;
@@ -69,6 +59,7 @@ class NativeStage : public OutlookStage, private simulator::ScreenUser {
   simulator::BarStore& bars() override { return world_.bars; }
   simulator::OutlookHost* runningHost() const override;
   void settle() override;
+  simulator::PlayedClient& client() override { return machine_.client; }
   std::u16string telephone() override { return machine_.client.status(); }
   void clickButton(const ControlPlace& place) override;
 

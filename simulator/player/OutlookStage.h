@@ -35,6 +35,9 @@ class OutlookStage : public Stage {
   void presetBar(const BarPreset& bar) override;
   void failMember(std::u16string_view className, std::u16string_view member,
                   FailureSpan span) override;
+  void playClient(const std::function<void(simulator::PlayedClient&)>& action) override {
+    act([&] { action(client()); });
+  }
 
   Snapshot snapshot() override;
   std::vector<std::u16string> folders() override;
@@ -52,6 +55,7 @@ class OutlookStage : public Stage {
   virtual simulator::OutlookHost* runningHost() const = 0;
   /// Lets go of an Outlook that has ended.
   virtual void settle() = 0;
+  virtual simulator::PlayedClient& client() = 0;
   /// State of client and line in a few words.
   virtual std::u16string telephone() = 0;
   /// Clicks a button of a bar or of the ribbon.

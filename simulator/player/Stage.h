@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -11,6 +12,7 @@
 #include "platform/outlook.h"
 #include "platform/registry.h"
 #include "platform/screen.h"
+#include "simulator/client/PlayedClient.h"
 #include "simulator/outlook/Snapshot.h"
 
 /// Scenarios: lines that play a user's and a telephone's part. The player reads them and acts on a
@@ -47,9 +49,6 @@ struct ControlPlace {
   std::u16string name;
 };
 
-enum class ClientState { Missing, Installed, Running, Hidden };
-/// What a client that is started never comes to offer.
-enum class ClientGap { Nothing, Window, Object, Service };
 enum class HelperState { Present, Missing, Failing };
 
 /// How long a member of an object of Outlook raises an error.
@@ -125,20 +124,8 @@ class Stage {
   virtual void failMember(std::u16string_view className, std::u16string_view member,
                           FailureSpan span) = 0;
 
-  // The telephone.
-  virtual void ring(std::u16string_view number) = 0;
-  virtual void connectCall() = 0;
-  virtual void endCall() = 0;
-  /// The client stops answering calls, or answers again.
-  virtual void hangClient(bool on) = 0;
-  /// The client takes no calls and no messages at all, or takes them again.
-  virtual void freezeClient(bool on) = 0;
-  /// The client's process is gone at once.
-  virtual void vanishClient() = 0;
-  virtual void setClient(ClientState state) = 0;
-  virtual void setClientGap(ClientGap gap) = 0;
-  /// The client answers every call with an error.
-  virtual void setClientErrors(bool on) = 0;
+  /// Somebody plays the telephony client and its telephone.
+  virtual void playClient(const std::function<void(simulator::PlayedClient&)>& action) = 0;
 
   // The machine.
   virtual void setLanguage(std::int32_t langId) = 0;

@@ -3,11 +3,24 @@
 namespace scenario {
 namespace {
 
+using simulator::ClientState;
+using simulator::PlayedClient;
+
+/// Does something with the client; raises Mistake with the reason where the client refuses it.
+template <class Action>
+void play(Player& player, const char* reason, const Action& action) {
+  player.stage().playClient([&](PlayedClient& played) {
+    if (!action(played)) throw Mistake(reason);
+  });
+}
+
+constexpr char NotRunning[] = "the client does not run";
+
 void client(Player& player, Arguments& args) {
   constexpr ClientState states[] = {ClientState::Installed, ClientState::Missing,
                                     ClientState::Running, ClientState::Hidden};
-  constexpr ClientGap gaps[] = {ClientGap::Window, ClientGap::Object, ClientGap::Service,
-                                ClientGap::Nothing};
+  constexpr PlayedClient::Gaps gaps[] = {
+      {true, false, false}, {false, true, false}, {false, false, true}, {}};
   constexpr std::size_t never = 4;
   const std::size_t what =
       args.choice({u"installed", u"missing", u"running", u"hidden", u"never", u"error"});
@@ -15,46 +28,54 @@ void client(Player& player, Arguments& args) {
       what == never ? args.choice({u"window", u"object", u"service", u"nothing"}) : 0;
   const bool errors = what > never && args.onOff();
   args.end();
-  if (what < never)
-    player.stage().setClient(states[what]);
-  else if (what == never)
-    player.stage().setClientGap(gaps[gap]);
-  else
-    player.stage().setClientErrors(errors);
+  play(player, "the client does not come up", [&](PlayedClient& played) {
+    if (what < never) return played.setState(states[what]);
+    if (what == never)
+      played.setGaps(gaps[gap]);
+    else
+      played.setErrors(errors);
+    return true;
+  });
 }
 
 void ring(Player& player, Arguments& args) {
   const std::u16string number = args.atEnd() ? std::u16string() : args.text("the caller's number");
   args.end();
-  player.stage().ring(number);
+  play(player, "no line is free, or the client is not in service",
+       [&](PlayedClient& played) { return played.ring(number); });
 }
 
 void connectCall(Player& player, Arguments& args) {
   args.end();
-  player.stage().connectCall();
+  play(player, "there is no call to connect",
+       [](PlayedClient& played) { return played.connect(); });
 }
 
 void endCall(Player& player, Arguments& args) {
   if (!args.skip(u"call")) args.skip(u"remote");
   args.end();
-  player.stage().endCall();
+  play(player, "there is no call to end", [](PlayedClient& played) { return played.endCall(); });
 }
 
 void hang(Player& player, Arguments& args) {
   const bool on = args.atEnd() || args.onOff();
   args.end();
-  player.stage().hangClient(on);
+  play(player, NotRunning, [&](PlayedClient& played) { return played.hang(on); });
 }
 
 void freeze(Player& player, Arguments& args) {
   const bool on = args.atEnd() || args.onOff();
   args.end();
-  player.stage().freezeClient(on);
+  play(player, NotRunning, [&](PlayedClient& played) { return played.freeze(on); });
 }
 
 void vanish(Player& player, Arguments& args) {
   args.end();
-  player.stage().vanishClient();
+  play(player, NotRunning, [](PlayedClient& played) {
+    const bool runs = played.running();
+    if (runs) played.vanish();
+    return runs;
+  });
 }
 
 constexpr Command table[] = {

@@ -7,6 +7,8 @@
 #include "windows/com/errors.h"
 #include "windows/com/text.h"
 
+#include <tlhelp32.h>
+
 namespace standin {
 namespace {
 
@@ -24,29 +26,42 @@ bool waitUntil(const Condition& condition) {
   return true;
 }
 
-std::u16string onOff(bool on) {
-  return on ? u" on" : u" off";
+/// Whether a process of a program of this name runs.
+bool processExists(std::u16string_view name) {
+  const auto snapshot = windows::ownFile(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+  PROCESSENTRY32W entry{};
+  entry.dwSize = sizeof entry;
+  for (BOOL more = snapshot && Process32FirstW(snapshot.get(), &entry); more;
+       more = Process32NextW(snapshot.get(), &entry))
+    if (windows::sameName(windows::utf16(entry.szExeFile), name)) return true;
+  return false;
 }
 
 }  // namespace
 
 ClientControl::ClientControl(std::u16string program)
     : program_(std::move(program)), journal_(settings_.journal) {
+  uninstall();
   journal_.read();
   apply();
 }
 
+ClientControl::~ClientControl() {
+  windows::guardedQuietly([this] {
+    uninstall();
+    ClientSettings::clear();
+  });
+}
+
 void ClientControl::install() {
   registerClient(program_);
+  installed_ = true;
 }
 
 void ClientControl::uninstall() {
   vanish();
   unregisterClient();
-}
-
-bool ClientControl::installed() const {
-  return clientRegistered();
+  installed_ = false;
 }
 
 bool ClientControl::running() const {
@@ -87,7 +102,13 @@ void ClientControl::vanish() {
 std::u16string ClientControl::status() const {
   const std::u16string answer = request(u"status");
   if (!answer.empty()) return answer.substr(1);
-  return installed() ? u"not running" : u"not installed";
+  return installed_ ? u"not running" : u"not installed";
+}
+
+void ClientControl::settle() const {
+  const std::u16string_view path = program_;
+  const auto name = path.substr(path.rfind(u'\\') + 1);
+  waitUntil([&] { return running() || !processExists(name); });
 }
 
 bool ClientControl::ask(std::u16string_view text) const {
@@ -108,7 +129,7 @@ bool ClientControl::hang(bool on, std::uint32_t milliseconds) {
   return ask(u"hang " + (on ? automation::doubleText(milliseconds) : std::u16string(u"off")));
 }
 bool ClientControl::freeze(bool on) {
-  return ask(u"freeze" + onOff(on));
+  return ask(on ? u"freeze on" : u"freeze off");
 }
 bool ClientControl::dieIn(std::u16string_view member) {
   return ask(u"die in " + std::u16string(member));
@@ -129,7 +150,7 @@ void ClientControl::setDelays(const simulator::Client::Delays& delays) {
   settings_.delays = delays;
   apply();
 }
-void ClientControl::setGaps(const simulator::Client::Gaps& gaps) {
+void ClientControl::setGaps(const Gaps& gaps) {
   settings_.gaps = gaps;
   apply();
 }

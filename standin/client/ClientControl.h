@@ -18,42 +18,43 @@ struct ToldLine {
   std::uint64_t watchedSize = 0;
 };
 
-/// The hand of whoever plays the client, from another program: what simulator::Client offers to the
-/// player of the simulated machine. Works while the client hangs. One at a time.
-class ClientControl {
+/// The hand of whoever plays the client, from another program. Works while the client hangs. One at
+/// a time. At first and in the end the client is not installed, and nothing is set.
+class ClientControl : public simulator::PlayedClient {
  public:
-  /// `program` is the full path of the client's file. Settings start afresh, and what was told
-  /// before is not told again.
+  /// `program` is the full path of the client's file. What was told before is not told again.
   explicit ClientControl(std::u16string program);
+  ~ClientControl() override;
+  ClientControl(const ClientControl&) = delete;
+  ClientControl& operator=(const ClientControl&) = delete;
 
   // ---- The program on the machine.
 
-  void install();
-  /// Also ends the client.
-  void uninstall();
-  bool installed() const;
-  bool running() const;
+  void install() override;
+  void uninstall() override;
+  /// Stays when somebody spoils the registration.
+  bool installed() const override { return installed_; }
+  bool running() const override;
   /// As the shell does, without waiting for anything but the process.
   void start(bool hidden);
-  /// All stages at once; returns when they are reached. False when they are not within 10 seconds.
-  bool startReady(bool hidden = false);
+  /// Returns when the stages are reached; false when they are not within 10 seconds.
+  bool startReady(bool hidden = false) override;
   /// The process is gone when this returns.
-  void vanish();
-  /// In a few words, as simulator::Client::status gives it.
-  std::u16string status() const;
+  void vanish() override;
+  std::u16string status() const override;
+  /// Waits for a client that was just started by somebody else to take part.
+  void settle() const;
 
-  // ---- The telephone. False when that is not possible.
+  // ---- The telephone.
 
-  bool ring(std::u16string_view number);
-  bool connect();
-  bool endCall();
+  bool ring(std::u16string_view number) override;
+  bool connect() override;
+  bool endCall() override;
 
   // ---- Trouble of the running client. False when none runs.
 
-  /// While the client hangs each call takes this long and then raises the error of a busy server.
-  bool hang(bool on, std::uint32_t milliseconds = 30000);
-  /// While the client is frozen it takes no calls and no messages at all.
-  bool freeze(bool on);
+  bool hang(bool on, std::uint32_t milliseconds = 30000) override;
+  bool freeze(bool on) override;
   /// The process ends in the middle of the next call of this member; empty for none.
   bool dieIn(std::u16string_view member);
 
@@ -62,8 +63,8 @@ class ClientControl {
   const ClientSettings& settings() const { return settings_; }
   void set(const ClientSettings& settings);
   void setDelays(const simulator::Client::Delays& delays);
-  void setGaps(const simulator::Client::Gaps& gaps);
-  void setErrors(bool on);
+  void setGaps(const Gaps& gaps) override;
+  void setErrors(bool on) override;
   void setLines(const std::vector<std::int32_t>& lines);
   /// Notes the size of this file, say of a trace, with everything that the client is told: so it
   /// can be seen what came first.
@@ -80,6 +81,7 @@ class ClientControl {
   void launch(std::u16string_view arguments) const;
 
   std::u16string program_;
+  bool installed_ = false;
   ClientSettings settings_;
   LineReader journal_;
 };

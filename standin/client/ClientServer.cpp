@@ -73,7 +73,7 @@ void ClientServer::applySettings() {
   client_.setDelays(settings_.delays);
   client_.setGaps(settings_.gaps);
   client_.setRaisesBeforeService(settings_.raisesBeforeService);
-  client_.answerWithError(settings_.errors ? simulator::Client::EveryCall : 0);
+  client_.setErrors(settings_.errors);
   // New lines end all calls.
   if (client_.telephone().lines() != settings_.lines) {
     client_.telephone().setLines(settings_.lines);
@@ -114,7 +114,7 @@ bool ClientServer::connect(std::u16string_view) {
   return client_.connect();
 }
 bool ClientServer::endCall(std::u16string_view) {
-  return client_.stopCall();
+  return client_.endCall();
 }
 
 bool ClientServer::hang(std::u16string_view milliseconds) {

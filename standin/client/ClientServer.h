@@ -70,7 +70,9 @@ class ClientServer {
   RequestPipe& pipe_;
   const DWORD startedAt_ = GetTickCount();
   simulator::Uptime uptime_;
-  simulator::Client client_{uptime_};
+  simulator::Boundary boundary_;
+  simulator::SimRegistry registry_{boundary_};
+  simulator::Client client_{uptime_, registry_};
   ClientSettings settings_;
   windows::ComPtr<ITypeLib> types_;
 

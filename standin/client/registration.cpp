@@ -85,8 +85,4 @@ void unregisterClient() {
   }
 }
 
-bool clientRegistered() {
-  return !read(classKey(ApplicationClassId) + u"\\LocalServer32").empty();
-}
-
 }  // namespace standin

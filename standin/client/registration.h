@@ -10,7 +10,5 @@ namespace standin {
 void registerClient(const std::u16string& path);
 /// Leaves nothing behind of that; another client's registration stays.
 void unregisterClient();
-/// Whether there is a registration, of whichever path.
-bool clientRegistered();
 
 }  // namespace standin

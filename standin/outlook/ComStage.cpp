@@ -16,7 +16,7 @@ constexpr int PointerY = 300;
 
 }  // namespace
 
-ComStage::ComStage(Session& session, ClientDesk& client, Libraries& libraries)
+ComStage::ComStage(Session& session, ClientControl* client, Libraries& libraries)
     : session_(session), client_(client), libraries_(libraries), notes_(client, libraries) {
   if (libraries_.available()) setMapiHelper(scenario::HelperState::Present);
   registry_.setDword(RegistryRoot::CurrentUser, LanguageKey, u"LangID", AmericanEnglish);
@@ -56,13 +56,18 @@ void ComStage::act(const std::function<void()>& action) {
     tell();
     throw;
   }
-  client_.settle();
+  if (client_) client_->settle();
   pace_.reset();
   tell();
 }
 
 simulator::OutlookHost* ComStage::runningHost() const {
   return session_.running() ? &session_.host() : nullptr;
+}
+
+simulator::PlayedClient& ComStage::client() {
+  if (!client_) throw Mistake("the client's stand-in is not there; name it with --client");
+  return *client_;
 }
 
 // ---- Outlook and its user.
@@ -83,36 +88,6 @@ void ComStage::switchAddin(bool on) {
   if (on == session_.addinOn())
     throw Mistake(on ? "the add-in is on already" : "the add-in is off already");
   act([&] { session_.switchAddin(on); });
-}
-
-// ---- The telephone.
-
-void ComStage::ring(std::u16string_view number) {
-  act([&] { client_.ring(number); });
-}
-void ComStage::connectCall() {
-  act([&] { client_.connectCall(); });
-}
-void ComStage::endCall() {
-  act([&] { client_.endCall(); });
-}
-void ComStage::hangClient(bool on) {
-  act([&] { client_.hang(on); });
-}
-void ComStage::freezeClient(bool on) {
-  act([&] { client_.freeze(on); });
-}
-void ComStage::vanishClient() {
-  act([&] { client_.vanish(); });
-}
-void ComStage::setClient(scenario::ClientState state) {
-  act([&] { client_.setState(state); });
-}
-void ComStage::setClientGap(scenario::ClientGap gap) {
-  act([&] { client_.setGap(gap); });
-}
-void ComStage::setClientErrors(bool on) {
-  act([&] { client_.setErrors(on); });
 }
 
 // ---- The machine.

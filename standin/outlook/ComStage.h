@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "simulator/player/OutlookStage.h"
-#include "standin/outlook/ClientDesk.h"
+#include "standin/client/ClientControl.h"
 #include "standin/outlook/Libraries.h"
 #include "standin/outlook/ModalWatch.h"
 #include "standin/outlook/Notes.h"
@@ -20,24 +20,14 @@ namespace standin {
 /// client's are in the client's process.
 class ComStage : public scenario::OutlookStage {
  public:
-  /// All must outlive the stage.
-  ComStage(Session& session, ClientDesk& client, Libraries& libraries);
+  /// All must outlive the stage. The client is null for a machine that never has one.
+  ComStage(Session& session, ClientControl* client, Libraries& libraries);
   ~ComStage() override;
 
   bool native() const override { return false; }
 
   void startOutlook(std::u16string_view version) override;
   void switchAddin(bool on) override;
-
-  void ring(std::u16string_view number) override;
-  void connectCall() override;
-  void endCall() override;
-  void hangClient(bool on) override;
-  void freezeClient(bool on) override;
-  void vanishClient() override;
-  void setClient(scenario::ClientState state) override;
-  void setClientGap(scenario::ClientGap gap) override;
-  void setClientErrors(bool on) override;
 
   void setLanguage(std::int32_t langId) override;
   void setRegistry(platform::RegistryRoot root, std::u16string_view key, std::u16string_view name,
@@ -59,7 +49,8 @@ class ComStage : public scenario::OutlookStage {
   simulator::Boundary& boundary() override { return session_.boundary(); }
   simulator::OutlookHost* runningHost() const override;
   void settle() override { session_.settle(); }
-  std::u16string telephone() override { return client_.status(); }
+  simulator::PlayedClient& client() override;
+  std::u16string telephone() override { return client_ ? client_->status() : u"not installed"; }
   void clickButton(const scenario::ControlPlace& place) override;
   /// Tells also what came of it.
   void act(const std::function<void()>& action) override;
@@ -67,7 +58,7 @@ class ComStage : public scenario::OutlookStage {
   void tell();
 
   Session& session_;
-  ClientDesk& client_;
+  ClientControl* client_;
   Libraries& libraries_;
   Notes notes_;
   RegistryKeeper registry_;

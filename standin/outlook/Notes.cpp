@@ -5,23 +5,28 @@
 
 namespace standin {
 
-Notes::Notes(ClientDesk& client, Libraries& libraries) : client_(client), libraries_(libraries) {
+Notes::Notes(ClientControl* client, Libraries& libraries) : client_(client), libraries_(libraries) {
   if (libraries_.available()) {
     setLoggingLibrary(true);
     return;
   }
-  client_.watch(traceFile_.path());
+  watch(traceFile_.path());
   registry_.setText(platform::RegistryRoot::CurrentUser, u"Software\\K9T\\Logging", u"LogFile",
                     u"1");
 }
 
+/// With each thing that the client is told goes the size of this file.
+void Notes::watch(const std::u16string& file) {
+  if (client_) client_->watch(file);
+}
+
 void Notes::setLoggingLibrary(bool present) {
   libraries_.setLogging(present);
-  client_.watch(present ? libraryLog_.path() : traceFile_.path());
+  watch(present ? libraryLog_.path() : traceFile_.path());
 }
 
 void Notes::tell(const std::function<void(const scenario::Note&)>& listener) {
-  const std::vector<ToldLine> told = client_.told();
+  const auto told = client_ ? client_->told() : std::vector<ToldLine>();
   std::vector<TraceEntry> traced = traceFile_.read();
   // The add-in writes to one of them at a time.
   for (TraceEntry& entry : libraryLog_.read()) traced.push_back(std::move(entry));

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "standin/outlook/ClientDesk.h"
+#include "standin/client/ClientControl.h"
 #include "standin/outlook/Libraries.h"
 #include "standin/outlook/RegistryKeeper.h"
 #include "standin/outlook/TraceTail.h"
@@ -14,8 +14,8 @@ namespace standin {
 /// file otherwise.
 class Notes {
  public:
-  /// Both must outlive it.
-  Notes(ClientDesk& client, Libraries& libraries);
+  /// Both must outlive it. The client may be null.
+  Notes(ClientControl* client, Libraries& libraries);
 
   /// Puts the logging library there, or takes it away.
   void setLoggingLibrary(bool present);
@@ -24,7 +24,9 @@ class Notes {
   void tell(const std::function<void(const scenario::Note&)>& listener);
 
  private:
-  ClientDesk& client_;
+  void watch(const std::u16string& file);
+
+  ClientControl* client_;
   Libraries& libraries_;
   RegistryKeeper registry_;
   TraceFile traceFile_;

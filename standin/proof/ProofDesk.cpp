@@ -77,7 +77,6 @@ ProofDesk::ProofDesk()
                 boxes.push_back(toUtf8(text));
                 if (onBox) onBox();
               }}) {
-  client.vanish();
   client.install();
   setText(u"Software\\K9T\\Logging", u"LogFile", u"1");
   setNumber(u"Software\\K9T\\Localization\\LangID", u"LangID", 1033);
@@ -85,8 +84,6 @@ ProofDesk::ProofDesk()
 
 ProofDesk::~ProofDesk() {
   if (session.running()) quit();
-  client.uninstall();
-  standin::ClientSettings::clear();
   EXPECT_FALSE(dll.loaded()) << "the add-in is still in the process";
 }
 

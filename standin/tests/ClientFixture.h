@@ -47,15 +47,8 @@ using Texts = std::vector<std::u16string>;
 /// A client that is installed, and another program's hand on it.
 class StandinClient : public testing::Test {
  protected:
-  StandinClient() {
-    control.vanish();
-    control.install();
-  }
-  ~StandinClient() override {
-    control.uninstall();
-    ClientSettings::clear();
-    DeleteFileW(windows::wide(ClientSettings::temporaryJournal()));
-  }
+  StandinClient() { control.install(); }
+  ~StandinClient() override { DeleteFileW(windows::wide(ClientSettings::temporaryJournal())); }
 
   velnor::Application running() {
     return velnor::Application(objects.running(velnor::ApplicationClass));

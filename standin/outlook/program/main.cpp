@@ -61,10 +61,11 @@ int play(standin::ComStage& stage, const standin::Options& options) {
   return score.good() ? 0 : Failed;
 }
 
-int useByHand(standin::Session& session, standin::HandDesk& hand, standin::ClientDesk& client,
+int useByHand(standin::Session& session, standin::HandDesk& hand, standin::ClientControl* client,
               standin::Libraries& libraries, const standin::Options& options) {
   // The call buttons never start a client.
-  if (client.available()) client.setState(scenario::ClientState::Running);
+  if (client && !client->setState(simulator::ClientState::Running))
+    throw std::runtime_error("the client does not come up");
   if (libraries.available()) libraries.setMapiHelper(scenario::HelperState::Present);
   standin::Notes notes(client, libraries);
   scenario::Transcript transcript(printLine);
@@ -85,7 +86,9 @@ int run(const standin::Options& options) {
                            windows::fromAnsi(options.addin));
   standin::Libraries libraries(standin::fullPath(options.libraries),
                                standin::fullPath(options.mailbox));
-  standin::ClientDesk client(standin::fullPath(options.client));
+  std::optional<standin::ClientControl> installed;
+  if (!options.client.empty()) installed.emplace(standin::fullPath(options.client));
+  standin::ClientControl* const client = installed ? &*installed : nullptr;
   std::optional<standin::HandDesk> hand;
   if (options.show || options.play.empty()) hand.emplace(session);
   if (options.play.empty()) return useByHand(session, *hand, client, libraries, options);
