@@ -1,6 +1,7 @@
 #include "simulator/data/Contact.h"
 
 #include "platform/conversions.h"
+#include "simulator/data/ItemKinds.h"
 
 namespace simulator {
 namespace {
@@ -25,9 +26,10 @@ MailboxItem emptyContact() {
   for (const auto email : EmailProperties) contact.properties[std::u16string(email)] = u"";
   for (const auto* name :
        {u"FirstName", u"MiddleName", u"LastName", u"FullName", u"LastNameAndFirstName",
-        u"CompanyName", u"Department", u"JobTitle", u"Subject", u"Body"})
+        u"CompanyName", u"Department", u"JobTitle", u"Subject", u"Body", u"BusinessFaxNumber",
+        u"HomeFaxNumber", u"OtherFaxNumber"})
     contact.properties[name] = u"";
-  contact.properties[u"MessageClass"] = u"IPM.Contact";
+  contact.properties[u"MessageClass"] = kindOf(contact.kind)->messageClass;
   return contact;
 }
 

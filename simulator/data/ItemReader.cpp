@@ -7,7 +7,6 @@
 #include "platform/conversions.h"
 #include "simulator/data/Contact.h"
 #include "simulator/data/Date.h"
-#include "simulator/data/ItemKinds.h"
 
 namespace simulator {
 namespace {
@@ -75,11 +74,10 @@ class Reader {
  private:
   static const ItemKind& kindOf(const JsonNode& node, const ItemSurroundings& surroundings) {
     const auto named = node.find("kind");
-    const std::u16string wanted =
-        named ? named->text() : automation::widen(surroundings.defaultKind);
+    if (!named) return surroundings.defaultKind;
     std::vector<std::string_view> words;
     for (const ItemKind& kind : itemKinds()) {
-      if (automation::widen(kind.word) == wanted) return kind;
+      if (automation::widen(kind.word) == named->text()) return kind;
       words.push_back(kind.word);
     }
     named->fail("unknown kind, expected " + wordList(words));
@@ -88,7 +86,7 @@ class Reader {
   void checkKeys() const {
     std::vector<std::string_view> keys(std::begin(CommonKeys), std::end(CommonKeys));
     for (const ItemField& field : kind_.fields) keys.push_back(field.key);
-    if (!kind_.senderKey.empty()) keys.push_back(kind_.senderKey);
+    if (!kind_.sender.key.empty()) keys.push_back(kind_.sender.key);
     keys.insert(keys.end(), kind_.recipientKeys.begin(), kind_.recipientKeys.end());
     keys.insert(keys.end(), kind_.specialKeys.begin(), kind_.specialKeys.end());
     node_.checkKeys(keys);
@@ -126,14 +124,14 @@ class Reader {
 
   void readPeople() {
     MapiFacts& mapi = item_.mapi;
-    if (!kind_.senderKey.empty()) {
-      if (const auto sender = node_.find(kind_.senderKey)) {
+    if (!kind_.sender.key.empty()) {
+      if (const auto sender = node_.find(kind_.sender.key)) {
         const Person person = readPerson(*sender, mapi.senderAddresses.size());
         mapi.name = person.name;
         std::ranges::copy(person.addresses, mapi.senderAddresses.begin());
         addNumbers(person);
       }
-      set(kind_.senderProperty, mapi.name);
+      set(kind_.sender.property, mapi.name);
     }
     for (std::size_t i = 0; i < kind_.recipientKeys.size(); ++i) readRecipients(i);
     if (const auto people = node_.find("people"))

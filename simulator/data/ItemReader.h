@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "simulator/data/ItemKinds.h"
 #include "simulator/data/JsonNode.h"
 #include "simulator/mailbox.h"
 
@@ -10,8 +11,8 @@ namespace simulator {
 
 /// What an item's defaults depend on.
 struct ItemSurroundings {
-  std::u16string user;           ///< the mailbox's user; may be empty
-  std::string_view defaultKind;  ///< the kind of an item that names none
+  std::u16string user;          ///< the mailbox's user; may be empty
+  const ItemKind& defaultKind;  ///< the kind of an item that names none
   bool outbox = false;
 };
 

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "platform/conversions.h"
-#include "simulator/data/ItemKinds.h"
 #include "simulator/data/ItemReader.h"
 #include "simulator/data/Utf8.h"
 
@@ -49,12 +48,12 @@ struct Placed {
   JsonNode node;
 };
 
-const FolderKind& folderKind(const JsonNode& node) {
+const ItemKind& folderKind(const JsonNode& node) {
   const std::u16string wanted = node.text();
   std::vector<std::string_view> words;
-  for (const FolderKind& kind : FolderKinds) {
-    if (automation::widen(kind.word) == wanted) return kind;
-    words.push_back(kind.word);
+  for (const ItemKind* kind : folderKinds()) {
+    if (automation::widen(kind->word) == wanted) return *kind;
+    words.push_back(kind->word);
   }
   node.fail("unknown kind of items, expected " + wordList(words));
 }
@@ -63,13 +62,13 @@ MailboxFolder readFolder(const JsonNode& node, const std::u16string& user) {
   node.checkKeys({"name", "holds", "id", "store", "outbox", "items"});
   MailboxFolder folder;
   folder.name = node.at("name").filledText();
-  const FolderKind& kind = folderKind(node.at("holds"));
-  folder.itemType = kind.itemType;
+  const ItemKind& kind = folderKind(node.at("holds"));
+  folder.itemType = *kind.itemType;
   if (const auto id = node.find("id")) folder.id = id->filledText();
   const auto store = node.find("store");
   folder.storeId = store ? store->filledText() : u"STORE";
   if (const auto outbox = node.find("outbox")) folder.outbox = outbox->boolean();
-  const ItemSurroundings surroundings{user, kind.word, folder.outbox};
+  const ItemSurroundings surroundings{user, kind, folder.outbox};
   if (const auto items = node.find("items"))
     for (const JsonNode& item : items->elements())
       folder.items.push_back(readItem(item, surroundings));

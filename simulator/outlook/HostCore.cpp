@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/conversions.h"
+#include "simulator/data/ItemKinds.h"
 #include "simulator/data/Utf8.h"
 #include "simulator/outlook/ItemObjects.h"
 
@@ -19,19 +20,6 @@ std::u16string digits(int number, int length) {
   auto text = automation::int32Text(number);
   while (static_cast<int>(text.size()) < length) text.insert(text.begin(), u'0');
   return text;
-}
-
-ObjectClass kindOf(outlook::ItemType type) {
-  switch (type) {
-    case outlook::ItemType::Mail: return ObjectClass::Mail;
-    case outlook::ItemType::Appointment: return ObjectClass::Appointment;
-    case outlook::ItemType::Contact: return ObjectClass::Contact;
-    case outlook::ItemType::Task: return ObjectClass::Task;
-    case outlook::ItemType::Journal: return ObjectClass::Journal;
-    case outlook::ItemType::Note: return ObjectClass::Note;
-    case outlook::ItemType::Post: return ObjectClass::Post;
-  }
-  return ObjectClass::Mail;
 }
 
 }  // namespace
@@ -98,14 +86,13 @@ Value HostCore::defaultFolder(std::int32_t type) {
 }
 
 Value HostCore::createItem(outlook::ItemType type) {
-  if (type < outlook::ItemType::Mail || type > outlook::ItemType::Post) {
-    throw Error(ErrorNumber::InvalidProcedureCall);
-  }
+  const ItemKind* kind = kindOf(type);
+  if (!kind) throw Error(ErrorNumber::InvalidProcedureCall);
   const auto home = std::ranges::find(mailbox.folders, type, &MailboxFolder::itemType);
   auto& folder = home == mailbox.folders.end() ? mailbox.folders.front() : *home;
   // Windows point at items: a folder's items must not move while Outlook runs.
   auto item = std::make_shared<MailboxItem>();
-  item->kind = kindOf(type);
+  item->kind = kind->objectClass;
   item->id = u"new " + automation::int32Text(++lastItem_);
   item->properties[u"Subject"] = u"";
   if (type == outlook::ItemType::Mail || type == outlook::ItemType::Post) {

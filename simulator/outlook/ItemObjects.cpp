@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "simulator/data/Contact.h"
+#include "simulator/data/ItemKinds.h"
 #include "simulator/outlook/HostCore.h"
 
 namespace simulator {
@@ -11,56 +13,9 @@ using automation::Error;
 using automation::ErrorNumber;
 using outlook::ObjectClass;
 
-struct Kind {
-  ObjectClass kind;
-  std::u16string_view typeName;
-};
-constexpr Kind Kinds[] = {
-    {ObjectClass::Appointment, u"AppointmentItem"},
-    {ObjectClass::Contact, u"ContactItem"},
-    {ObjectClass::Journal, u"JournalItem"},
-    {ObjectClass::Mail, u"MailItem"},
-    {ObjectClass::Note, u"NoteItem"},
-    {ObjectClass::Post, u"PostItem"},
-    {ObjectClass::Task, u"TaskItem"},
-    {ObjectClass::MeetingRequest, u"MeetingItem"},
-    {ObjectClass::MeetingCancellation, u"MeetingItem"},
-    {ObjectClass::MeetingResponseNegative, u"MeetingItem"},
-    {ObjectClass::MeetingResponsePositive, u"MeetingItem"},
-    {ObjectClass::MeetingResponseTentative, u"MeetingItem"},
-    {ObjectClass::DistributionList, u"DistListItem"},
-};
-
 /// Text properties that read as empty when the mailbox does not give them.
 constexpr std::u16string_view AllTexts[] = {u"Subject", u"Body", u"MessageClass", u"Categories"};
 constexpr std::u16string_view MailTexts[] = {u"ReceivedByName", u"To", u"CC", u"BCC", u"HTMLBody"};
-constexpr std::u16string_view ContactTexts[] = {
-    u"LastNameAndFirstName",
-    u"FullName",
-    u"CompanyName",
-    u"FirstName",
-    u"LastName",
-    u"Email1Address",
-    u"Email2Address",
-    u"Email3Address",
-    u"BusinessTelephoneNumber",
-    u"CompanyMainTelephoneNumber",
-    u"HomeTelephoneNumber",
-    u"MobileTelephoneNumber",
-    u"Business2TelephoneNumber",
-    u"Home2TelephoneNumber",
-    u"OtherTelephoneNumber",
-    u"AssistantTelephoneNumber",
-    u"PrimaryTelephoneNumber",
-    u"ISDNNumber",
-    u"RadioTelephoneNumber",
-    u"CarTelephoneNumber",
-    u"PagerNumber",
-    u"CallbackTelephoneNumber",
-    u"BusinessFaxNumber",
-    u"HomeFaxNumber",
-    u"OtherFaxNumber",
-};
 
 bool among(std::span<const std::u16string_view> names, std::u16string_view name) {
   return std::ranges::find(names, name) != names.end();
@@ -75,10 +30,11 @@ bool isMeeting(ObjectClass kind) {
 const Value* initialValue(ObjectClass kind, std::u16string_view name) {
   static const Value empty(u"");
   static const Value yes(true);
+  static const auto contact = emptyContact().properties;
   const bool message = kind == ObjectClass::Mail || isMeeting(kind);
   if (message && name == u"Sent") return &yes;
   const bool known =
-      among(AllTexts, name) || (kind == ObjectClass::Contact && among(ContactTexts, name)) ||
+      among(AllTexts, name) || (kind == ObjectClass::Contact && contact.contains(name)) ||
       (message && name == u"SenderName") || (kind == ObjectClass::Mail && among(MailTexts, name));
   return known ? &empty : nullptr;
 }
@@ -149,10 +105,7 @@ Value userPropertiesOf(ItemObject& self, Arguments) {
 }
 
 Value associatedAppointment(ItemObject& self, Arguments) {
-  const auto kind = self.item().kind;
-  const bool meeting =
-      kind >= ObjectClass::MeetingRequest && kind <= ObjectClass::MeetingResponseTentative;
-  if (!meeting) throw Error(ErrorNumber::MemberNotFound);
+  if (!isMeeting(self.item().kind)) throw Error(ErrorNumber::MemberNotFound);
   // It was never entered into the calendar.
   if (self.item().associatedAppointment.empty()) return automation::Object();
   return self.host().itemById(self.item().associatedAppointment);
@@ -199,8 +152,8 @@ Value ItemObject::invoke(automation::Access access, const automation::Member& me
 }
 
 std::u16string ItemObject::typeName() {
-  const auto found = std::ranges::find(Kinds, item_.kind, &Kind::kind);
-  return std::u16string(found == std::end(Kinds) ? Name : found->typeName);
+  const ItemKind* kind = kindOf(item_.kind);
+  return std::u16string(kind ? kind->typeName : Name);
 }
 
 std::span<const MemberRow<FolderObject>> FolderObject::members() {

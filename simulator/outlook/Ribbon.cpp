@@ -171,24 +171,4 @@ RibbonView readRibbon(std::u16string_view markup, std::u16string_view ribbonId) 
   return none;
 }
 
-std::u16string_view ribbonIdOf(ObjectClass kind, bool sent) {
-  switch (kind) {
-    case ObjectClass::Mail:
-      return sent ? u"Microsoft.Outlook.Mail.Read" : u"Microsoft.Outlook.Mail.Compose";
-    case ObjectClass::Post:
-      return sent ? u"Microsoft.Outlook.Post.Read" : u"Microsoft.Outlook.Post.Compose";
-    case ObjectClass::Appointment: return u"Microsoft.Outlook.Appointment";
-    case ObjectClass::Contact: return u"Microsoft.Outlook.Contact";
-    case ObjectClass::DistributionList: return u"Microsoft.Outlook.DistributionList";
-    case ObjectClass::Journal: return u"Microsoft.Outlook.Journal";
-    case ObjectClass::Task: return u"Microsoft.Outlook.Task";
-    case ObjectClass::MeetingRequest:
-    case ObjectClass::MeetingCancellation: return u"Microsoft.Outlook.MeetingRequest.Read";
-    case ObjectClass::MeetingResponseNegative:
-    case ObjectClass::MeetingResponsePositive:
-    case ObjectClass::MeetingResponseTentative: return u"Microsoft.Outlook.Response.Read";
-    default: return {};
-  }
-}
-
 }  // namespace simulator

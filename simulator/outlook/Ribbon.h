@@ -29,7 +29,4 @@ struct RibbonView {
 /// id lose all of it, and the problem says why.
 RibbonView readRibbon(std::u16string_view markup, std::u16string_view ribbonId);
 
-/// The ribbon id of an inspector on this item; empty when it has no ribbon.
-std::u16string_view ribbonIdOf(outlook::ObjectClass kind, bool sent);
-
 }  // namespace simulator

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "simulator/data/ItemKinds.h"
 #include "simulator/data/Utf8.h"
 #include "simulator/outlook/HostCore.h"
 #include "simulator/outlook/ItemObjects.h"
@@ -11,10 +12,13 @@ namespace {
 
 using automation::Error;
 
+/// Empty for none.
 std::u16string ribbonIdFor(const MailboxItem& item) {
+  const ItemKind* kind = kindOf(item.kind);
+  if (!kind) return {};
   const auto sent = item.properties.find(u"Sent");
-  return std::u16string(
-      ribbonIdOf(item.kind, sent == item.properties.end() || sent->second.toBoolean()));
+  const bool unsent = sent != item.properties.end() && !sent->second.toBoolean();
+  return std::u16string(unsent ? kind->ribbon.unsentId : kind->ribbon.id);
 }
 
 }  // namespace

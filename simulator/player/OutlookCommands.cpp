@@ -1,5 +1,6 @@
 #include <array>
 
+#include "simulator/data/ItemKinds.h"
 #include "simulator/player/Commands.h"
 #include "simulator/player/Controls.h"
 #include "simulator/player/Text.h"
@@ -76,14 +77,12 @@ void open(Player& player, Arguments& args) {
 }
 
 void newItem(Player& player, Arguments& args) {
-  constexpr std::array<outlook::ItemType, 7> types{
-      outlook::ItemType::Mail, outlook::ItemType::Appointment, outlook::ItemType::Contact,
-      outlook::ItemType::Task, outlook::ItemType::Journal,     outlook::ItemType::Note,
-      outlook::ItemType::Post};
-  const std::size_t index =
-      args.choice({u"mail", u"appointment", u"contact", u"task", u"journal", u"note", u"post"});
+  const auto kinds = simulator::folderKinds();
+  std::vector<std::u16string> words;
+  for (const simulator::ItemKind* kind : kinds) words.push_back(toUtf16(kind->word));
+  const std::size_t index = args.choice({words.begin(), words.end()});
   args.end();
-  runningOutlook(player).newItem(types[index]);
+  runningOutlook(player).newItem(*kinds[index]->itemType);
 }
 
 /// A window given without "in": by number, by title, or by default the active one.

@@ -2,6 +2,7 @@
 
 #include "platform/office.h"
 #include "platform/outlook.h"
+#include "simulator/data/ItemKinds.h"
 #include "standin/com/DispatchExport.h"
 #include "standin/com/ExportType.h"
 #include "standin/com/namedTypeInfo.h"
@@ -25,15 +26,6 @@ constexpr TypeRow Types[] = {
     {u"MAPIFolder", u"MAPIFolder"},
     {u"Items", u"_Items"},
     {u"Selection", u"Selection"},
-    {u"MailItem", u"_MailItem"},
-    {u"AppointmentItem", u"_AppointmentItem"},
-    {u"ContactItem", u"_ContactItem"},
-    {u"JournalItem", u"_JournalItem"},
-    {u"NoteItem", u"_NoteItem"},
-    {u"PostItem", u"_PostItem"},
-    {u"TaskItem", u"_TaskItem"},
-    {u"MeetingItem", u"_MeetingItem"},
-    {u"DistListItem", u"_DistListItem"},
     {u"Links", u"Links"},
     {u"Link", u"Link"},
     {u"Attachments", u"Attachments"},
@@ -58,6 +50,8 @@ void offerHostObjects() {
     if (row.events) type.events.push_back(row.events);
     ExportTypes::add(row.className, std::move(type));
   }
+  for (const simulator::ItemKind& kind : simulator::itemKinds())
+    ExportTypes::add(kind.typeName, {namedTypeInfo(u"_" + std::u16string(kind.typeName)), {}});
 }
 
 }  // namespace standin

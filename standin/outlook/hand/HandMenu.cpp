@@ -1,12 +1,10 @@
 #include "standin/outlook/hand/HandMenu.h"
 
+#include <string>
+
+#include "simulator/data/ItemKinds.h"
+
 namespace standin {
-namespace {
-
-constexpr const wchar_t* Items[] = {L"&Mail",    L"&Appointment", L"&Contact", L"&Task",
-                                    L"&Journal", L"&Note",        L"&Post"};
-
-}  // namespace
 
 HMENU createHandMenu(simulator::WindowKind kind) {
   const bool explorer = kind == simulator::WindowKind::Explorer;
@@ -18,7 +16,11 @@ HMENU createHandMenu(simulator::WindowKind kind) {
   };
   const HMENU items = CreatePopupMenu();
   UINT_PTR id = static_cast<UINT_PTR>(HandCommand::NewItem);
-  for (const wchar_t* item : Items) AppendMenuW(items, MF_STRING, id++, item);
+  for (const simulator::ItemKind* item : simulator::folderKinds()) {
+    std::string caption = "&" + std::string(item->word);
+    caption[1] = static_cast<char>(caption[1] - 'a' + 'A');
+    AppendMenuA(items, MF_STRING, id++, caption.c_str());
+  }
   const HMENU file = CreatePopupMenu();
   appendMenu(file, items, L"Ne&w");
   if (explorer) append(file, HandCommand::NewExplorer, L"New &window");
@@ -37,9 +39,9 @@ HMENU createHandMenu(simulator::WindowKind kind) {
 }
 
 std::optional<outlook::ItemType> newItemOf(int command) {
-  const int type = command - static_cast<int>(HandCommand::NewItem);
-  if (type < 0 || type >= static_cast<int>(std::size(Items))) return std::nullopt;
-  return static_cast<outlook::ItemType>(type);
+  const auto type =
+      static_cast<outlook::ItemType>(command - static_cast<int>(HandCommand::NewItem));
+  return simulator::kindOf(type) ? std::optional(type) : std::nullopt;
 }
 
 }  // namespace standin
