@@ -1,4 +1,4 @@
-#include <algorithm>
+#include <span>
 
 #include "doctor/Examiner.h"
 #include "platform/conversions.h"
@@ -26,16 +26,16 @@ bool isOwnDisabledItem(const platform::RegistryValue& value) {
   // Kind, lengths of path and name in bytes, path, name.
   constexpr std::size_t Head = 12;
   constexpr std::uint32_t KindAddin = 1;
-  const std::string_view bytes(reinterpret_cast<const char*>(value.bytes.data()),
-                               value.bytes.size());
-  if (bytes.size() < Head || numberAt(bytes, 0, 4) != KindAddin) return false;
-  const std::size_t length = numberAt(bytes, 4, 4);
+  const std::span bytes(value.bytes);
+  if (bytes.size() < Head || platform::numberOf(bytes.first(4)) != KindAddin) return false;
+  const std::uint64_t length = platform::numberOf(bytes.subspan(4, 4));
   if (length > bytes.size() - Head) return false;
   std::u16string path;
   for (std::size_t at = Head; at + 1 < Head + length; at += 2) {
-    path.push_back(static_cast<char16_t>(numberAt(bytes, at, 2)));
+    const auto unit = static_cast<char16_t>(platform::numberOf(bytes.subspan(at, 2)));
+    if (unit == u'\0') break;
+    path.push_back(unit);
   }
-  path.resize(std::min(path.find(u'\0'), path.size()));
   return cxol::equalsIgnoringCase(path.substr(path.rfind(u'\\') + 1), AddinFile);
 }
 

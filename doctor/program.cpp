@@ -1,17 +1,21 @@
 #include "doctor/program.h"
 
+#include <span>
+
 #include "platform/conversions.h"
+#include "platform/registry.h"
 
 namespace doctor {
+namespace {
 
+/// A number of the file, least significant byte first; 0 beyond its end.
 std::uint32_t numberAt(std::string_view bytes, std::size_t at, std::size_t size) {
-  std::uint32_t result = 0;
   if (at > bytes.size() || bytes.size() - at < size) return 0;
-  for (std::size_t i = size; i-- > 0;) {
-    result = result << 8 | static_cast<unsigned char>(bytes[at + i]);
-  }
-  return result;
+  const std::span number(bytes.substr(at, size));
+  return static_cast<std::uint32_t>(platform::numberOf(std::as_bytes(number)));
 }
+
+}  // namespace
 
 Program programAt(platform::Facts& facts, std::u16string_view path) {
   constexpr std::size_t Most = 64 * 1024 * 1024;

@@ -16,9 +16,6 @@ struct Program {
   int major = 0;
 };
 
-/// A number of so many bytes, the least significant first; 0 beyond the end.
-std::uint32_t numberAt(std::string_view bytes, std::size_t at, std::size_t size);
-
 Program programAt(platform::Facts& facts, std::u16string_view path);
 
 }  // namespace doctor

@@ -16,11 +16,7 @@ constexpr auto LocalAppData = resources::setting(u"LocalAppData").place;
 /// that is larger than its buffer can't be read.
 std::optional<std::uint32_t> readInto(std::size_t size, const platform::RegistryValue& value) {
   if (value.bytes.size() > size) return std::nullopt;
-  std::uint32_t number = 0;
-  for (std::size_t i = value.bytes.size(); i-- > 0;) {
-    number = number << 8 | std::to_integer<std::uint32_t>(value.bytes[i]);
-  }
-  return number;
+  return static_cast<std::uint32_t>(platform::numberOf(value.bytes));
 }
 
 }  // namespace

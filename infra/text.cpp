@@ -3,10 +3,6 @@
 namespace cxol {
 namespace {
 
-char16_t lower(char16_t c) {
-  return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c - u'A' + u'a') : c;
-}
-
 template <class Matches>
 std::u16string replaceWhere(std::u16string_view text, std::u16string_view what,
                             std::u16string_view with, Matches matches) {
@@ -25,14 +21,6 @@ std::u16string replaceWhere(std::u16string_view text, std::u16string_view what,
 }
 
 }  // namespace
-
-bool equalsIgnoringCase(std::u16string_view a, std::u16string_view b) {
-  if (a.size() != b.size()) return false;
-  for (std::size_t i = 0; i < a.size(); ++i) {
-    if (lower(a[i]) != lower(b[i])) return false;
-  }
-  return true;
-}
 
 std::u16string_view trimBlanks(std::u16string_view text) {
   const auto first = text.find_first_not_of(u' ');

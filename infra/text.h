@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/conversions.h"
+
 /// Small text helpers of the logic. All comparisons are binary unless a name says otherwise.
 namespace cxol {
 
@@ -20,9 +22,7 @@ constexpr std::u16string_view boolText(bool value) {
   return value ? u"True" : u"False";
 }
 
-/// Ignores the case of ASCII letters, which is all that class names, registry texts and key marks
-/// need.
-bool equalsIgnoringCase(std::u16string_view a, std::u16string_view b);
+using automation::equalsIgnoringCase;
 
 /// Without the blanks (and only blanks) at both ends.
 std::u16string_view trimBlanks(std::u16string_view text);

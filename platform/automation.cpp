@@ -47,16 +47,6 @@ double numberIn(const std::u16string& text) {
   return *number;
 }
 
-bool equalsIgnoringCase(std::u16string_view text, std::u16string_view lowerCase) {
-  if (text.size() != lowerCase.size()) return false;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const char16_t c = text[i];
-    const auto lower = c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c - u'A' + u'a') : c;
-    if (lower != lowerCase[i]) return false;
-  }
-  return true;
-}
-
 }  // namespace
 
 std::u16string_view customaryDescription(std::int32_t number) noexcept {

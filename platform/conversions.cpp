@@ -61,6 +61,10 @@ Integer roundTo(double value) {
   return static_cast<Integer>(rounded);
 }
 
+char16_t lower(char16_t c) {
+  return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c - u'A' + u'a') : c;
+}
+
 }  // namespace
 
 std::optional<double> parseNumber(std::u16string_view text) {
@@ -107,6 +111,14 @@ std::u16string widen(std::string_view ascii) {
   text.reserve(ascii.size());
   for (char c : ascii) text.push_back(static_cast<char16_t>(static_cast<unsigned char>(c)));
   return text;
+}
+
+bool equalsIgnoringCase(std::u16string_view a, std::u16string_view b) {
+  if (a.size() != b.size()) return false;
+  for (std::size_t i = 0; i < a.size(); ++i) {
+    if (lower(a[i]) != lower(b[i])) return false;
+  }
+  return true;
 }
 
 }  // namespace automation

@@ -30,4 +30,8 @@ std::u16string int32Text(std::int32_t value);
 /// Widens ASCII text.
 std::u16string widen(std::string_view ascii);
 
+/// Ignores the case of ASCII letters, which is all that class names, registry texts and key marks
+/// need.
+bool equalsIgnoringCase(std::u16string_view a, std::u16string_view b);
+
 }  // namespace automation

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,6 +32,16 @@ struct RegistryValue {
   /// The bytes of all other types.
   std::vector<std::byte> bytes;
 };
+
+/// A 32-bit number, and a string with its final NUL, as the registry holds them.
+RegistryValue dwordValue(std::uint32_t number);
+RegistryValue stringValue(std::u16string_view text);
+/// The number that up to 8 bytes make, least significant byte first.
+std::uint64_t numberOf(std::span<const std::byte> bytes);
+/// Nothing for what is no 32-bit number.
+std::optional<std::uint32_t> dwordOf(const std::optional<RegistryValue>& value);
+/// The text up to its first NUL; empty for no text.
+std::u16string textOf(const std::optional<RegistryValue>& value);
 
 /// The registry as the process sees it. Key paths are separated by backslashes; keys and names are
 /// found without regard to case; an empty name is the key's default value.

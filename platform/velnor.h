@@ -14,7 +14,7 @@ namespace velnor {
 inline constexpr std::u16string_view ApplicationClass = u"velnor.application";
 inline constexpr std::u16string_view RemoteClass = u"velnor.remote";
 
-/// Class of the client's main window, which is there also while it is hidden.
+/// Class of its main window, which is there also while it is hidden.
 inline constexpr std::u16string_view MainWindowClass = u"SfFrameOrView";
 
 /// Bits of a line state.

@@ -9,7 +9,6 @@ namespace simulator {
 namespace {
 
 using platform::RegistryRoot;
-using platform::RegistryType;
 using platform::RegistryValue;
 
 constexpr std::u16string_view Classes = u"Software\\Classes\\";
@@ -42,23 +41,6 @@ Result served(Boundary& boundary, std::u16string_view name, const Operation& ope
 }
 
 }  // namespace
-
-RegistryValue dwordValue(std::uint32_t number) {
-  RegistryValue value;
-  value.type = RegistryType::Dword;
-  for (int shift = 0; shift < 32; shift += 8) {
-    value.bytes.push_back(static_cast<std::byte>((number >> shift) & 0xFF));
-  }
-  return value;
-}
-
-RegistryValue stringValue(std::u16string_view text) {
-  RegistryValue value;
-  value.type = RegistryType::String;
-  value.text = text;
-  value.text += u'\0';
-  return value;
-}
 
 std::optional<RegistryValue> SimRegistry::read(RegistryRoot root, std::u16string_view key,
                                                std::u16string_view name) {
@@ -128,12 +110,12 @@ void SimRegistry::makeKey(RegistryRoot root, std::u16string_view key) {
 
 void SimRegistry::setDword(RegistryRoot root, std::u16string_view key, std::u16string_view name,
                            std::uint32_t value) {
-  setRaw(root, key, name, dwordValue(value));
+  setRaw(root, key, name, platform::dwordValue(value));
 }
 
 void SimRegistry::setString(RegistryRoot root, std::u16string_view key, std::u16string_view name,
                             std::u16string_view text) {
-  setRaw(root, key, name, stringValue(text));
+  setRaw(root, key, name, platform::stringValue(text));
 }
 
 void SimRegistry::setRaw(RegistryRoot root, std::u16string_view key, std::u16string_view name,

@@ -12,10 +12,6 @@
 
 namespace simulator {
 
-/// A 32-bit number, and a string with its final NUL, as the registry holds them.
-platform::RegistryValue dwordValue(std::uint32_t number);
-platform::RegistryValue stringValue(std::u16string_view text);
-
 /// A registry in memory. Values are held raw, whatever their type and size. HKEY_CLASSES_ROOT is
 /// "Software\Classes" of HKEY_LOCAL_MACHINE. Keys and names are listed in the order of the
 /// alphabet.

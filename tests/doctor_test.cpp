@@ -41,7 +41,8 @@ struct HealthyMachine {
   void disable(std::u16string_view path, std::uint32_t kind = 1, std::uint32_t cut = 0) {
     platform::RegistryValue value{platform::RegistryType::Binary, {}, {}};
     const auto number = [&](std::uint32_t n) {
-      for (int i = 0; i < 4; ++i) value.bytes.push_back(static_cast<std::byte>(n >> 8 * i & 0xFF));
+      const auto bytes = platform::dwordValue(n).bytes;
+      value.bytes.insert(value.bytes.end(), bytes.begin(), bytes.end());
     };
     number(kind);
     number(static_cast<std::uint32_t>(path.size() + 1) * 2);

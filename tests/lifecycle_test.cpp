@@ -55,20 +55,8 @@ TEST_F(LifecycleTest, TellsItsWholeLifeInTheTrace) {
 }
 
 TEST_F(LifecycleTest, SettingsAreReadOnceWithTheirDefaults) {
-  const auto text = [](std::u16string_view content) {
-    platform::RegistryValue value;
-    value.type = platform::RegistryType::String;
-    value.text = std::u16string(content) + u'\0';
-    return value;
-  };
-  const auto number = [](std::uint32_t content) {
-    platform::RegistryValue value;
-    value.type = platform::RegistryType::Dword;
-    for (int shift = 0; shift < 32; shift += 8) {
-      value.bytes.push_back(static_cast<std::byte>(content >> shift & 0xFF));
-    }
-    return value;
-  };
+  using platform::dwordValue;
+  using platform::stringValue;
   platform::RegistryValue binary;
   binary.type = platform::RegistryType::Binary;
   binary.bytes.assign(9, std::byte{0xAB});
@@ -82,12 +70,12 @@ TEST_F(LifecycleTest, SettingsAreReadOnceWithTheirDefaults) {
     bool result;
     bool warned;
   } cases[] = {
-      {"zero", number(0), false, false},
-      {"any other number", number(0xFFFFFFFF), true, false},
-      {"text zero", text(u" 0.0 "), false, false},
-      {"text number", text(u"2"), true, false},
-      {"word", text(u"no"), true, true},
-      {"empty", text(u""), true, true},
+      {"zero", dwordValue(0), false, false},
+      {"any other number", dwordValue(0xFFFFFFFF), true, false},
+      {"text zero", stringValue(u" 0.0 "), false, false},
+      {"text number", stringValue(u"2"), true, false},
+      {"word", stringValue(u"no"), true, true},
+      {"empty", stringValue(u""), true, true},
       {"long binary", binary, true, true},
       {"text without its NUL", noNul, false, false},
   };

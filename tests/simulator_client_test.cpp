@@ -49,10 +49,10 @@ TEST_F(SimulatedClientTest, TheShellStartsTheClientWhichGetsReadyStageByStage) {
 TEST_F(SimulatedClientTest, StagesCanBeMissingEachForItself) {
   machine.client.startReady();
   machine.client.setGaps({.window = true});
-  EXPECT_FALSE(on.processes.windowExists(Client::WindowClass));
+  EXPECT_FALSE(on.processes.windowExists(velnor::MainWindowClass));
   EXPECT_EQ(runningError(), 0);
   machine.client.setGaps({.object = true});
-  EXPECT_TRUE(on.processes.windowExists(Client::WindowClass));
+  EXPECT_TRUE(on.processes.windowExists(velnor::MainWindowClass));
   EXPECT_EQ(runningError(), 429);
   machine.client.setGaps({.service = true});
   EXPECT_FALSE(application().phoneCommand());
@@ -178,7 +178,7 @@ TEST_F(SimulatedClientTest, TheClientMakesTrouble) {
   machine.client.vanish();
   EXPECT_EQ(errorOf([&] { service->isNumber(u"1"); }), 462);
   EXPECT_EQ(runningError(), 429);
-  EXPECT_FALSE(on.processes.windowExists(Client::WindowClass));
+  EXPECT_FALSE(on.processes.windowExists(velnor::MainWindowClass));
   machine.client.startReady();
   EXPECT_EQ(machine.client.status(), u"running") << "the new one neither hangs nor rings";
   EXPECT_EQ(errorOf([&] { service->isNumber(u"1"); }), 462) << "the old object stays dead";

@@ -377,7 +377,7 @@ TEST_F(SimulatedMachineTest, ServicesTurnSabotageIntoTheirOwnFailures) {
       {u"Files.commonFilesFolder", [&] { return on.files.commonFilesFolder().has_value(); }},
       {u"Files.makeSureDirectoryPathExists",
        [&] { return on.files.makeSureDirectoryPathExists(u"C:\\A\\"); }},
-      {u"Processes.windowExists", [&] { return on.processes.windowExists(Client::WindowClass); }},
+      {u"Processes.windowExists", [&] { return on.processes.windowExists(velnor::MainWindowClass); }},
       {u"Processes.shellExecute",
        [&] { return on.processes.shellExecute(Client::DefaultPath, u"", u"") > 32; }},
       {u"Timers.setTimer", [&] { return on.timers.setTimer(100, [] {}) != 0; }},

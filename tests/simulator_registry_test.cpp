@@ -23,7 +23,7 @@ class SimulatedRegistryTest : public SimulatedMachine {
 };
 
 TEST_F(SimulatedRegistryTest, RegistryIgnoresCaseAndKeepsSpelling) {
-  on.registry.write(User, u"Software\\K9T\\Log", u"Über", simulator::stringValue(u"1"));
+  on.registry.write(User, u"Software\\K9T\\Log", u"Über", platform::stringValue(u"1"));
   const auto found = on.registry.read(User, u"\\SOFTWARE\\k9t\\LOG\\", u"üBER");
   ASSERT_TRUE(found);
   EXPECT_EQ(found->text, u"1\0"sv);

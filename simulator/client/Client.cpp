@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/velnor.h"
 #include "simulator/client/ClientObjects.h"
 
 namespace simulator {
@@ -239,7 +240,7 @@ void Client::execute(const Told& told) {
     case Kind::ShowActions:
     case Kind::ShowCallInfo: hidden_ = false; break;
     case Kind::Stop:
-      if (told.code == StopCode) vanish();
+      if (told.code == velnor::StopWithHost) vanish();
       break;
     case Kind::Transfer:
     case Kind::Incognito: break;

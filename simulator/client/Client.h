@@ -33,10 +33,7 @@ class Client : public PlayedClient {
   Client(const Client&) = delete;
   Client& operator=(const Client&) = delete;
 
-  static constexpr std::u16string_view WindowClass = u"SfFrameOrView";
   static constexpr std::u16string_view DefaultPath = u"C:\\Program Files\\Velnor\\Velnor.exe";
-  /// The code with which the stop command ends the client.
-  static constexpr std::int32_t StopCode = 13;
   static constexpr std::u16string_view HideParameter = u"-hideOnStartup";
   static constexpr std::u16string_view RegistryKey =
       u"CLSID\\{4B7D2A91-3C5E-11D4-9F21-00A0C9E4B7D3}\\LocalServer32";

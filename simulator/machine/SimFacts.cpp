@@ -1,5 +1,6 @@
 #include "simulator/machine/SimFacts.h"
 
+#include "platform/velnor.h"
 #include "simulator/caseless.h"
 #include "simulator/machine/ansi.h"
 
@@ -48,7 +49,7 @@ std::u16string SimFacts::commonFilesFolder() {
 
 bool SimFacts::windowExists(std::u16string_view windowClass) {
   if (sameName(windowClass, OutlookWindow)) return outlookRuns_;
-  return sameName(windowClass, Client::WindowClass) && machine_.client.hasWindow();
+  return sameName(windowClass, velnor::MainWindowClass) && machine_.client.hasWindow();
 }
 
 platform::ObjectState SimFacts::object(std::u16string_view, std::u16string_view) {

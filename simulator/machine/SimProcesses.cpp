@@ -1,5 +1,6 @@
 #include "simulator/machine/SimProcesses.h"
 
+#include "platform/velnor.h"
 #include "simulator/caseless.h"
 #include "simulator/client/Client.h"
 
@@ -48,7 +49,7 @@ bool SimProcesses::windowExists(std::u16string_view windowClass) {
   } catch (const automation::Error&) {
     return false;
   }
-  return sameName(windowClass, Client::WindowClass) && client_.hasWindow();
+  return sameName(windowClass, velnor::MainWindowClass) && client_.hasWindow();
 }
 
 }  // namespace simulator

@@ -48,8 +48,8 @@ const RegRoot* findRegRoot(std::u16string_view name) {
 
 std::optional<RegistryValue> takeRegValue(RegScanner& scan, BytesToText textOf) {
   if (scan.take(u'-')) return std::nullopt;
-  if (scan.startsText()) return simulator::stringValue(scan.text());
-  if (scan.take(u"dword:")) return simulator::dwordValue(scan.hexNumber(8));
+  if (scan.startsText()) return platform::stringValue(scan.text());
+  if (scan.take(u"dword:")) return platform::dwordValue(scan.hexNumber(8));
   if (scan.take(u"hex:")) return typed(RegistryType::Binary, scan.hexBytes(), textOf);
   if (scan.take(u"hex(")) {
     const auto type = static_cast<RegistryType>(scan.hexNumber(8));

@@ -20,7 +20,7 @@ std::optional<platform::RegistryValue> readValue(std::u16string_view text) {
   if (folded(word) == u"none") return std::nullopt;
   constexpr std::size_t most = 9;  // digits that fit whatever they are
   if (!word.empty() && word.size() <= most && std::ranges::all_of(word, isDigit))
-    return simulator::dwordValue(static_cast<std::uint32_t>(std::stoul(toUtf8(word))));
+    return platform::dwordValue(static_cast<std::uint32_t>(std::stoul(toUtf8(word))));
   try {
     RegScanner scan(text);
     auto value = takeRegValue(scan);

@@ -2,11 +2,9 @@
 
 #include <array>
 #include <charconv>
-#include <cstring>
 #include <optional>
 
 #include "platform/conversions.h"
-#include "simulator/SimRegistry.h"
 #include "standin/client/LineFile.h"
 #include "standin/client/names.h"
 #include "windows/com/text.h"
@@ -50,18 +48,8 @@ constexpr std::u16string_view Lines = u"Lines";
 constexpr std::u16string_view Journal = u"Journal";
 constexpr std::u16string_view Watched = u"Watched";
 
-std::optional<std::uint32_t> readNumber(std::u16string_view name) {
-  const auto value = windows::Registry().read(RegistryRoot::CurrentUser, SettingsKey, name);
-  std::uint32_t number = 0;
-  if (!value || value->bytes.size() != sizeof number) return std::nullopt;
-  std::memcpy(&number, value->bytes.data(), sizeof number);
-  return number;
-}
-
-std::optional<std::u16string> readText(std::u16string_view name) {
-  const auto value = windows::Registry().read(RegistryRoot::CurrentUser, SettingsKey, name);
-  if (!value) return std::nullopt;
-  return value->text.substr(0, value->text.find(u'\0'));
+std::optional<platform::RegistryValue> read(std::u16string_view name) {
+  return windows::Registry().read(RegistryRoot::CurrentUser, SettingsKey, name);
 }
 
 void write(std::u16string_view name, const platform::RegistryValue& value) {
@@ -93,26 +81,26 @@ std::u16string ClientSettings::temporaryJournal() {
 ClientSettings ClientSettings::read() {
   Settings settings;
   for (const NumberRow& row : Numbers) {
-    if (const auto number = readNumber(row.name)) row.set(settings, *number);
+    if (const auto number = platform::dwordOf(standin::read(row.name))) row.set(settings, *number);
   }
-  if (const auto text = readText(Lines)) settings.lines = numbersIn(*text);
-  if (const auto text = readText(Journal)) settings.journal = *text;
-  if (const auto text = readText(Watched)) settings.watched = *text;
+  if (const auto value = standin::read(Lines)) settings.lines = numbersIn(platform::textOf(value));
+  if (const auto value = standin::read(Journal)) settings.journal = platform::textOf(value);
+  if (const auto value = standin::read(Watched)) settings.watched = platform::textOf(value);
   return settings;
 }
 
 void ClientSettings::write() const {
   for (const NumberRow& row : Numbers) {
-    standin::write(row.name, simulator::dwordValue(row.get(*this)));
+    standin::write(row.name, platform::dwordValue(row.get(*this)));
   }
   std::u16string text;
   for (const std::int32_t line : lines) {
     if (!text.empty()) text += u',';
     text += automation::int32Text(line);
   }
-  standin::write(Lines, simulator::stringValue(text));
-  standin::write(Journal, simulator::stringValue(journal));
-  standin::write(Watched, simulator::stringValue(watched));
+  standin::write(Lines, platform::stringValue(text));
+  standin::write(Journal, platform::stringValue(journal));
+  standin::write(Watched, platform::stringValue(watched));
 }
 
 std::u16string ClientSettings::journalTold(std::u16string_view line) const {

@@ -1,5 +1,6 @@
 #include "standin/client/ClientWindow.h"
 
+#include "platform/velnor.h"
 #include "standin/client/names.h"
 #include "windows/com/errors.h"
 #include "windows/com/text.h"
@@ -57,7 +58,7 @@ std::u16string_view requestOf(UINT id) {
 
 ClientWindow::ClientWindow(ClientServer& server) : server_(server) {
   const HINSTANCE module = GetModuleHandleW(nullptr);
-  const wchar_t* name = windows::wide(simulator::Client::WindowClass.data());
+  const wchar_t* name = windows::wide(velnor::MainWindowClass.data());
   WNDCLASSEXW description = {};
   description.cbSize = sizeof description;
   description.lpfnWndProc = procedure;

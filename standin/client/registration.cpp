@@ -3,7 +3,6 @@
 #include <array>
 
 #include "platform/velnor.h"
-#include "simulator/SimRegistry.h"
 #include "standin/client/names.h"
 #include "windows/com/ComPtr.h"
 #include "windows/com/errors.h"
@@ -40,8 +39,7 @@ std::u16string nameKey(std::u16string_view className) {
 }
 
 std::u16string read(const std::u16string& key) {
-  const auto value = windows::Registry().read(RegistryRoot::LocalMachine, key, u"");
-  return value ? value->text.substr(0, value->text.find(u'\0')) : std::u16string();
+  return platform::textOf(windows::Registry().read(RegistryRoot::LocalMachine, key, u""));
 }
 
 /// A client that is not this program may be installed on a machine: it stays as it is.
@@ -52,7 +50,7 @@ bool belongsToAnother() {
 }
 
 void set(const std::u16string& key, std::u16string_view text) {
-  windows::Registry().write(RegistryRoot::LocalMachine, key, u"", simulator::stringValue(text));
+  windows::Registry().write(RegistryRoot::LocalMachine, key, u"", platform::stringValue(text));
 }
 
 }  // namespace

@@ -14,19 +14,21 @@ namespace standin {
 
 using windows::Bstr;
 using windows::check;
+using windows::errorFrom;
 using windows::guarded;
 using windows::iidOf;
 using windows::Lock;
 using windows::Locked;
 using windows::make;
 using windows::utf16;
-using windows::valuesOf;
+using windows::valueOf;
 using windows::variantOf;
 
 namespace {
 
 using automation::Access;
 using automation::Object;
+using automation::Value;
 
 /// The exports that are held outside.
 struct Exports {
@@ -43,6 +45,30 @@ Exports& exports() {
 Access accessOf(WORD flags) {
   if ((flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0) return Access::Put;
   return (flags & DISPATCH_METHOD) != 0 ? Access::Call : Access::Get;
+}
+
+/// The arguments of a call that came in, in the order of the declaration. Arguments that were named
+/// stand at their places; a property's new value comes last.
+std::vector<Value> valuesOf(const DISPPARAMS& params) {
+  std::vector<Value> values;
+  values.reserve(params.cArgs);
+  for (UINT i = params.cArgs; i-- > params.cNamedArgs;) values.push_back(valueOf(params.rgvarg[i]));
+  const VARIANT* newValue = nullptr;
+  for (UINT i = 0; i < params.cNamedArgs; ++i) {
+    const DISPID id = params.rgdispidNamedArgs[i];
+    if (id == DISPID_PROPERTYPUT) {
+      newValue = &params.rgvarg[i];
+      continue;
+    }
+    // No member here has nearly as many parameters.
+    constexpr DISPID MostParameters = 64;
+    if (id < 0 || id >= MostParameters) throw errorFrom(DISP_E_PARAMNOTFOUND);
+    const auto place = static_cast<std::size_t>(id);
+    if (place >= values.size()) values.resize(place + 1, automation::Missing{});
+    values[place] = valueOf(params.rgvarg[i]);
+  }
+  if (newValue) values.push_back(valueOf(*newValue));
+  return values;
 }
 
 HRESULT invokeObject(const Object& object, Access access, const std::u16string& name,

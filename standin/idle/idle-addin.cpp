@@ -1,8 +1,6 @@
 // An add-in that does nothing: what loading the least of add-ins costs, and leaves behind, is the
 // measure for the real one.
 
-#include <cstring>
-
 #include "windows/com/ComBase.h"
 #include "windows/com/errors.h"
 #include "windows/com/text.h"
@@ -21,7 +19,7 @@ constexpr std::u16string_view ClassKey =
 constexpr std::u16string_view ProgIdKey = u"Software\\Classes\\VelnorIdleAddin.Connect";
 constexpr std::u16string_view AddinKey =
     u"Software\\Microsoft\\Office\\Outlook\\Addins\\VelnorIdleAddin.Connect";
-constexpr char LoadAtStart = 3;
+constexpr std::uint32_t LoadAtStart = 3;
 
 HINSTANCE module = nullptr;
 
@@ -64,10 +62,7 @@ class Factory : public windows::ComBase<IClassFactory> {
 };
 
 void setText(std::u16string_view key, std::u16string_view name, std::u16string_view text) {
-  platform::RegistryValue value;
-  value.type = platform::RegistryType::String;
-  value.text = std::u16string(text) + u'\0';
-  windows::Registry().write(RegistryRoot::LocalMachine, key, name, value);
+  windows::Registry().write(RegistryRoot::LocalMachine, key, name, platform::stringValue(text));
 }
 
 void registerServer() {
@@ -77,11 +72,8 @@ void registerServer() {
   setText(server, u"", windows::utf16(path));
   setText(server, u"ThreadingModel", u"Apartment");
   setText(std::u16string(ProgIdKey) + u"\\CLSID", u"", ClassKey.substr(ClassKey.rfind(u'\\') + 1));
-  platform::RegistryValue load;
-  load.type = platform::RegistryType::Dword;
-  load.bytes.resize(sizeof(DWORD));
-  std::memcpy(load.bytes.data(), &LoadAtStart, 1);
-  windows::Registry().write(RegistryRoot::CurrentUser, AddinKey, u"LoadBehavior", load);
+  windows::Registry().write(RegistryRoot::CurrentUser, AddinKey, u"LoadBehavior",
+                            platform::dwordValue(LoadAtStart));
 }
 
 }  // namespace

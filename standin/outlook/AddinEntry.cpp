@@ -1,12 +1,9 @@
 #include "standin/outlook/AddinEntry.h"
 
-#include <cstring>
-
 namespace standin {
 namespace {
 
 using platform::RegistryRoot;
-using platform::RegistryType;
 
 constexpr std::u16string_view List = u"Software\\Microsoft\\Office\\Outlook\\Addins\\";
 constexpr std::u16string_view ValueName = u"LoadBehavior";
@@ -23,11 +20,7 @@ bool AddinEntry::exists() const {
 }
 
 std::uint32_t AddinEntry::loadBehavior() const {
-  std::uint32_t number = 0;
-  const auto value = registry_.read(RegistryRoot::CurrentUser, key_, ValueName);
-  if (value && value->type == RegistryType::Dword && value->bytes.size() == sizeof number)
-    std::memcpy(&number, value->bytes.data(), sizeof number);
-  return number;
+  return platform::dwordOf(registry_.read(RegistryRoot::CurrentUser, key_, ValueName)).value_or(0);
 }
 
 bool AddinEntry::loadsAtStart() const {
@@ -38,11 +31,7 @@ bool AddinEntry::loadsAtStart() const {
 void AddinEntry::keepConnected(bool connected) {
   if (!exists()) return;
   const std::uint32_t number = connected ? loadBehavior() | Connected : loadBehavior() & ~Connected;
-  platform::RegistryValue value;
-  value.type = RegistryType::Dword;
-  value.bytes.resize(sizeof number);
-  std::memcpy(value.bytes.data(), &number, sizeof number);
-  registry_.write(RegistryRoot::CurrentUser, key_, ValueName, value);
+  registry_.write(RegistryRoot::CurrentUser, key_, ValueName, platform::dwordValue(number));
 }
 
 }  // namespace standin

@@ -136,9 +136,8 @@ std::u16string serverPath(std::u16string_view progId) {
       StringFromGUID2(id, text, static_cast<int>(std::size(text))) == 0)
     return {};
   const std::u16string key = u"CLSID\\" + std::u16string(windows::utf16(text));
-  const auto path =
-      registry.read(platform::RegistryRoot::ClassesRoot, key + u"\\InprocServer32", u"");
-  return path ? path->text.substr(0, path->text.find(u'\0')) : std::u16string();
+  return platform::textOf(
+      registry.read(platform::RegistryRoot::ClassesRoot, key + u"\\InprocServer32", u""));
 }
 
 /// A file whose resources are read, without running anything of it.

@@ -1,15 +1,10 @@
 #include "standin/outlook/RegistryKeeper.h"
 
-#include <bit>
-#include <cstring>
-
 #include "windows/com/errors.h"
 
 namespace standin {
 
 using platform::RegistryRoot;
-using platform::RegistryType;
-using platform::RegistryValue;
 
 RegistryKeeper::~RegistryKeeper() {
   for (const auto& [place, value] : before_) {
@@ -39,27 +34,12 @@ bool RegistryKeeper::set(RegistryRoot root, std::u16string_view key, std::u16str
 
 void RegistryKeeper::setDword(RegistryRoot root, std::u16string_view key, std::u16string_view name,
                               std::uint32_t value) {
-  RegistryValue stored;
-  stored.type = RegistryType::Dword;
-  stored.bytes.resize(sizeof value);
-  std::memcpy(stored.bytes.data(), &value, sizeof value);
-  set(root, key, name, stored);
+  set(root, key, name, platform::dwordValue(value));
 }
 
 void RegistryKeeper::setText(RegistryRoot root, std::u16string_view key, std::u16string_view name,
                              std::u16string_view value) {
-  RegistryValue stored;
-  stored.type = RegistryType::String;
-  stored.text = std::u16string(value) + u'\0';
-  set(root, key, name, stored);
-}
-
-std::optional<std::uint32_t> dwordOf(const RegistryKeeper::Value& value) {
-  std::uint32_t number = 0;
-  if (!value || value->type != RegistryType::Dword || value->bytes.size() != sizeof number)
-    return std::nullopt;
-  std::memcpy(&number, value->bytes.data(), sizeof number);
-  return number;
+  set(root, key, name, platform::stringValue(value));
 }
 
 }  // namespace standin

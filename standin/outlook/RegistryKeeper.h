@@ -37,7 +37,4 @@ class RegistryKeeper {
   std::map<Place, Value> before_;
 };
 
-/// The number that a value of four bytes holds; nothing for any other value.
-std::optional<std::uint32_t> dwordOf(const RegistryKeeper::Value& value);
-
 }  // namespace standin

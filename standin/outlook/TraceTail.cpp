@@ -18,8 +18,7 @@ std::u16string traceFilePath() {
   windows::Registry registry;
   const auto folder =
       registry.read(platform::RegistryRoot::CurrentUser, ShellFolders, u"Local AppData");
-  const std::u16string path = folder ? folder->text : std::u16string();
-  return path.substr(0, path.find(u'\0')) + u"\\VelnorLog\\Log_cxolcom.txt";
+  return platform::textOf(folder) + u"\\VelnorLog\\Log_cxolcom.txt";
 }
 
 std::u16string temporaryLog() {

@@ -20,7 +20,6 @@ using automation::Object;
 using automation::Value;
 using platform::RegistryRoot;
 
-inline constexpr std::u16string_view WindowClass = simulator::Client::WindowClass;
 inline constexpr auto Unavailable = static_cast<std::int32_t>(ErrorNumber::ServerUnavailable);
 inline constexpr auto CannotCreate = static_cast<std::int32_t>(ErrorNumber::CannotCreateObject);
 
@@ -60,7 +59,7 @@ class StandinClient : public testing::Test {
   }
 
   ClientControl control{clientProgram()};
-  windows::Objects objects{{{velnor::ApplicationClass, WindowClass}}};
+  windows::Objects objects{{{velnor::ApplicationClass, velnor::MainWindowClass}}};
   windows::Processes processes;
 };
 

@@ -20,7 +20,7 @@ TEST_F(StandinClient, IsFoundByTheShellAndItsStagesComeOneAfterTheOther) {
   windows::Registry registry;
   const auto path = registry.read(RegistryRoot::ClassesRoot, simulator::Client::RegistryKey, u"");
   ASSERT_TRUE(path);
-  const std::u16string file = u"\"" + path->text.substr(0, path->text.find(u'\0')) + u"\"";
+  const std::u16string file = u"\"" + platform::textOf(path) + u"\"";
   const DWORD start = GetTickCount();
   ASSERT_GT(processes.shellExecute(file, u"-hideOnStartup", u""), 32);
 
@@ -29,7 +29,7 @@ TEST_F(StandinClient, IsFoundByTheShellAndItsStagesComeOneAfterTheOther) {
     while (!condition() && GetTickCount() - start < 10000) Sleep(5);
     return GetTickCount() - start;
   };
-  EXPECT_GE(reached([&] { return processes.windowExists(WindowClass); }), 150u);
+  EXPECT_GE(reached([&] { return processes.windowExists(velnor::MainWindowClass); }), 150u);
   EXPECT_GE(reached([&] { return errorOf([&] { running(); }) == 0; }), 400u);
   const DWORD service = reached([&] { return static_cast<bool>(running().phoneCommand()); });
   EXPECT_GE(service, 700u);

@@ -20,7 +20,7 @@ TEST_F(StandinClient, ItsDeathLeavesHoldersWithErrors) {
   EXPECT_EQ(errorOf([&] { command.lineState(); }), Unavailable);
   EXPECT_EQ(errorOf([&] { application.phoneCommand(); }), Unavailable);
   EXPECT_EQ(errorOf([&] { running(); }), CannotCreate);
-  EXPECT_FALSE(processes.windowExists(WindowClass));
+  EXPECT_FALSE(processes.windowExists(velnor::MainWindowClass));
 
   // In the middle of a call; what it was told before is known.
   ASSERT_TRUE(control.startReady());
@@ -103,13 +103,13 @@ TEST_F(StandinClient, NeverComesToWhatItIsSetNotToReach) {
 
   // At once, while it runs.
   control.setGaps({.window = true, .object = true, .service = false});
-  for (int i = 0; i < 200 && processes.windowExists(WindowClass); ++i) Sleep(5);
-  EXPECT_FALSE(processes.windowExists(WindowClass));
+  for (int i = 0; i < 200 && processes.windowExists(velnor::MainWindowClass); ++i) Sleep(5);
+  EXPECT_FALSE(processes.windowExists(velnor::MainWindowClass));
   EXPECT_EQ(errorOf([&] { running(); }), CannotCreate);
   control.setGaps({});
   for (int i = 0; i < 200 && errorOf([&] { running(); }) != 0; ++i) Sleep(5);
   EXPECT_TRUE(running().phoneCommand());
-  EXPECT_TRUE(processes.windowExists(WindowClass));
+  EXPECT_TRUE(processes.windowExists(velnor::MainWindowClass));
 }
 
 TEST_F(StandinClient, NotesHowLongTheWatchedFileWas) {
@@ -164,7 +164,7 @@ TEST_F(StandinClient, LetsAnotherClientsRegistrationAlone) {
   windows::Registry registry;
   const std::u16string key =
       u"Software\\Classes\\" + std::u16string(simulator::Client::RegistryKey);
-  const auto path = simulator::stringValue(u"C:\\other.exe");
+  const auto path = platform::stringValue(u"C:\\other.exe");
   registry.write(RegistryRoot::LocalMachine, key, u"", path);
   EXPECT_NE(errorOf([&] { control.install(); }), 0);
   standin::unregisterClient();

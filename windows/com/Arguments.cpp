@@ -24,28 +24,6 @@ DISPPARAMS Arguments::forPut() {
   return {variants_.data(), &put_, static_cast<UINT>(variants_.size()), 1};
 }
 
-std::vector<Value> valuesOf(const DISPPARAMS& params) {
-  std::vector<Value> values;
-  values.reserve(params.cArgs);
-  for (UINT i = params.cArgs; i-- > params.cNamedArgs;) values.push_back(valueOf(params.rgvarg[i]));
-  const VARIANT* newValue = nullptr;
-  for (UINT i = 0; i < params.cNamedArgs; ++i) {
-    const DISPID id = params.rgdispidNamedArgs[i];
-    if (id == DISPID_PROPERTYPUT) {
-      newValue = &params.rgvarg[i];
-      continue;
-    }
-    // No member here has nearly as many parameters.
-    constexpr DISPID MostParameters = 64;
-    if (id < 0 || id >= MostParameters) throw errorFrom(DISP_E_PARAMNOTFOUND);
-    const auto place = static_cast<std::size_t>(id);
-    if (place >= values.size()) values.resize(place + 1, automation::Missing{});
-    values[place] = valueOf(params.rgvarg[i]);
-  }
-  if (newValue) values.push_back(valueOf(*newValue));
-  return values;
-}
-
 std::vector<Value> readableValuesOf(const DISPPARAMS& params) {
   std::vector<Value> values(params.cArgs, automation::Missing{});
   for (UINT i = 0; i < params.cArgs; ++i) {

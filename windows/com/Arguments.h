@@ -25,11 +25,8 @@ class Arguments {
   std::vector<VARIANT> variants_;
 };
 
-/// The arguments of a call that came in, in the order of the declaration. Arguments that were named
-/// stand at their places; a property's new value comes last.
-std::vector<automation::Value> valuesOf(const DISPPARAMS& params);
-
-/// The same without names, as events come; what can't be converted is an omitted argument.
+/// The arguments of an event, in the order of the declaration; what can't be converted is an
+/// omitted one.
 std::vector<automation::Value> readableValuesOf(const DISPPARAMS& params);
 
 /// One argument by its place in the declaration; an omitted one when there is none. Named arguments

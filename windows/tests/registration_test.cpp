@@ -40,7 +40,7 @@ std::set<std::u16string> registryKeys() {
 
 std::u16string text(RegistryRoot root, std::u16string_view key, std::u16string_view name) {
   const auto value = Registry().read(root, key, name);
-  return value ? value->text.substr(0, value->text.find(u'\0')) : std::u16string(u"(absent)");
+  return value ? platform::textOf(value) : u"(absent)";
 }
 
 /// A key of the classes, made where it is missing, that nobody may use for as long as this lives:

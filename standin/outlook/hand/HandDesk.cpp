@@ -166,16 +166,12 @@ std::vector<std::u16string> HandDesk::folders() const {
 
 std::vector<ItemList::Line> HandDesk::fieldsOf(std::u16string_view itemId) const {
   std::vector<ItemList::Line> lines;
-  for (const auto& folder : session_.mailbox().folders) {
-    for (const auto& item : folder.items) {
-      if (item.id != itemId) continue;
-      for (const auto& [name, value] : item.properties) {
-        if (value.isObject() || value.isArray() || value.isEmpty()) continue;
-        const std::u16string text = value.toText();
-        if (!text.empty())
-          lines.push_back({inWords(name), scenario::toUtf16(scenario::oneLine(text))});
-      }
-    }
+  const simulator::MailboxItem* item = session_.mailbox().find(itemId);
+  if (!item) return lines;
+  for (const auto& [name, value] : item->properties) {
+    if (value.isObject() || value.isArray() || value.isEmpty()) continue;
+    const std::u16string text = value.toText();
+    if (!text.empty()) lines.push_back({inWords(name), scenario::toUtf16(scenario::oneLine(text))});
   }
   return lines;
 }

@@ -26,7 +26,7 @@ TEST(RegistryKeeper, PutsBackWhatItChanged) {
     keeper.setDword(RegistryRoot::CurrentUser, Key, u"Kept", 2);
     keeper.setDword(RegistryRoot::CurrentUser, Key, u"New", 3);
     EXPECT_FALSE(keeper.set(RegistryRoot::CurrentUser, Key, u"Absent", std::nullopt));
-    EXPECT_EQ(standin::dwordOf(registry.read(RegistryRoot::CurrentUser, Key, u"Kept")), 2u);
+    EXPECT_EQ(platform::dwordOf(registry.read(RegistryRoot::CurrentUser, Key, u"Kept")), 2u);
   }
   const auto kept = registry.read(RegistryRoot::CurrentUser, Key, u"Kept");
   ASSERT_TRUE(kept);
