@@ -12,6 +12,9 @@
 #include "windows/services/Registry.h"
 
 namespace standin {
+
+using windows::Bitmap;
+
 namespace {
 
 constexpr std::u16string_view Faces[] = {u"dial", u"drop", u"velnor", u"action", u"transfer"};
@@ -43,19 +46,16 @@ SIZE sizeOf(HBITMAP bitmap) {
 
 /// Draws on a new bitmap of this size and the ground's colour.
 template <class Draw>
-HBITMAP drawn(SIZE size, Draw&& draw) {
-  const HDC screen = GetDC(nullptr);
-  const HDC canvas = CreateCompatibleDC(screen);
-  const HBITMAP bitmap = CreateCompatibleBitmap(screen, size.cx, size.cy);
-  ReleaseDC(nullptr, screen);
-  const HGDIOBJ old = SelectObject(canvas, bitmap);
+Bitmap drawn(SIZE size, Draw&& draw) {
+  const auto screen = windows::screenContext();
+  const auto canvas = windows::MemoryContext::attach(CreateCompatibleDC(screen.get()));
+  auto bitmap = Bitmap::attach(CreateCompatibleBitmap(screen.get(), size.cx, size.cy));
+  const HGDIOBJ old = SelectObject(canvas.get(), bitmap.get());
   const RECT all{0, 0, size.cx, size.cy};
-  const HBRUSH ground = CreateSolidBrush(HostPictures::Ground);
-  FillRect(canvas, &all, ground);
-  DeleteObject(ground);
-  draw(canvas);
-  SelectObject(canvas, old);
-  DeleteDC(canvas);
+  FillRect(canvas.get(), &all,
+           windows::Brush::attach(CreateSolidBrush(HostPictures::Ground)).get());
+  draw(canvas.get());
+  SelectObject(canvas.get(), old);
   return bitmap;
 }
 
@@ -69,16 +69,15 @@ std::vector<std::uint32_t> pixelsOf(HBITMAP bitmap, SIZE size) {
   info.bmiHeader.biPlanes = 1;
   info.bmiHeader.biBitCount = 32;
   info.bmiHeader.biCompression = BI_RGB;
-  const HDC screen = GetDC(nullptr);
-  GetDIBits(screen, bitmap, 0, static_cast<UINT>(size.cy), pixels.data(), &info, DIB_RGB_COLORS);
-  ReleaseDC(nullptr, screen);
+  GetDIBits(windows::screenContext().get(), bitmap, 0, static_cast<UINT>(size.cy), pixels.data(),
+            &info, DIB_RGB_COLORS);
   constexpr std::uint32_t colour = 0xFFFFFF;
   for (std::uint32_t& pixel : pixels) pixel &= colour;
   return pixels;
 }
 
 /// The picture where the mask is black; all of it without one.
-HBITMAP faceOf(HBITMAP picture, HBITMAP mask) {
+Bitmap faceOf(HBITMAP picture, HBITMAP mask) {
   const SIZE size = sizeOf(picture);
   const auto colours = pixelsOf(picture, size);
   const auto cover = mask ? pixelsOf(mask, size) : std::vector<std::uint32_t>(colours.size());
@@ -92,12 +91,12 @@ HBITMAP faceOf(HBITMAP picture, HBITMAP mask) {
   });
 }
 
-HBITMAP drawnIcon(HICON icon) {
+Bitmap drawnIcon(HICON icon) {
   ICONINFO info{};
-  if (!GetIconInfo(icon, &info)) return nullptr;
-  const SIZE size = sizeOf(info.hbmColor);
-  DeleteObject(info.hbmColor);
-  DeleteObject(info.hbmMask);
+  if (!GetIconInfo(icon, &info)) return {};
+  const auto colours = Bitmap::attach(info.hbmColor);
+  const auto mask = Bitmap::attach(info.hbmMask);
+  const SIZE size = sizeOf(colours.get());
   return drawn(size, [&](HDC canvas) {
     DrawIconEx(canvas, 0, 0, icon, size.cx, size.cy, 0, nullptr, DI_NORMAL);
   });
@@ -115,14 +114,12 @@ HANDLE handleOf(const automation::Object& object, SHORT kind) {
 }
 
 /// A new bitmap of a registered format's data on the open clipboard; null when it is not there.
-HBITMAP unpacked(const wchar_t* format) {
+Bitmap unpacked(const wchar_t* format) {
   const HANDLE memory = GetClipboardData(RegisterClipboardFormatW(format));
   const auto* info = static_cast<const BITMAPINFO*>(memory ? GlobalLock(memory) : nullptr);
-  if (!info) return nullptr;
-  const HDC screen = GetDC(nullptr);
-  const HBITMAP bitmap =
-      CreateDIBitmap(screen, &info->bmiHeader, CBM_INIT, info->bmiColors, info, DIB_RGB_COLORS);
-  ReleaseDC(nullptr, screen);
+  if (!info) return {};
+  auto bitmap = Bitmap::attach(CreateDIBitmap(windows::screenContext().get(), &info->bmiHeader,
+                                              CBM_INIT, info->bmiColors, info, DIB_RGB_COLORS));
   GlobalUnlock(memory);
   return bitmap;
 }
@@ -140,30 +137,20 @@ std::u16string serverPath(std::u16string_view progId) {
       registry.read(platform::RegistryRoot::ClassesRoot, key + u"\\InprocServer32", u""));
 }
 
-/// A file whose resources are read, without running anything of it.
-class ResourceFile {
- public:
-  explicit ResourceFile(const std::u16string& path)
-      : module_(path.empty()
-                    ? nullptr
-                    : LoadLibraryExW(windows::wide(path), nullptr, LOAD_LIBRARY_AS_DATAFILE)) {}
-  ~ResourceFile() {
-    if (module_) FreeLibrary(module_);
-  }
-  ResourceFile(const ResourceFile&) = delete;
-  ResourceFile& operator=(const ResourceFile&) = delete;
-  HMODULE module() const { return module_; }
-
- private:
-  HMODULE module_;
+struct FreeModule {
+  void operator()(HMODULE module) const noexcept { FreeLibrary(module); }
 };
 
 }  // namespace
 
 HostPictures::HostPictures(std::u16string_view progId) {
-  const ResourceFile file(serverPath(progId));
-  if (!file.module()) return;
-  windows::Pictures pictures(file.module());
+  const std::u16string path = serverPath(progId);
+  if (path.empty()) return;
+  // Its resources are read, without running anything of it.
+  const auto file = windows::Owner<HMODULE, FreeModule>::attach(
+      LoadLibraryExW(windows::wide(path), nullptr, LOAD_LIBRARY_AS_DATAFILE));
+  if (!file) return;
+  windows::Pictures pictures(file.get());
   for (const std::u16string_view name : Faces) {
     const auto face = pictures.overlay(name, u"blank");
     const auto picture = static_cast<HBITMAP>(handleOf(face.picture, PICTYPE_BITMAP));
@@ -173,57 +160,49 @@ HostPictures::HostPictures(std::u16string_view progId) {
   }
   for (const std::int32_t id : Icons) {
     for (const int side : IconSides) {
-      const auto icon = static_cast<HICON>(
-          LoadImageW(file.module(), MAKEINTRESOURCEW(id), IMAGE_ICON, side, side, 0));
+      const auto icon = windows::Icon::attach(static_cast<HICON>(
+          LoadImageW(file.get(), MAKEINTRESOURCEW(id), IMAGE_ICON, side, side, 0)));
       std::u16string name = u"icon " + automation::int32Text(id);
       if (side != GetSystemMetrics(SM_CXSMICON))
         name += u" of " + automation::int32Text(side) + u" pixels";
-      if (icon) known(Kind::Ribbon, name, drawnIcon(icon));
-      if (icon) DestroyIcon(icon);
+      if (icon) known(Kind::Ribbon, name, drawnIcon(icon.get()));
     }
   }
 }
 
-HostPictures::~HostPictures() {
-  for (const Known& picture : known_) DeleteObject(picture.bitmap);
-}
-
-const HostPictures::Known& HostPictures::known(Kind kind, std::u16string_view name,
-                                               HBITMAP bitmap) {
-  const SIZE size = sizeOf(bitmap);
-  known_.push_back({kind, std::u16string(name), size, pixelsOf(bitmap, size), bitmap});
+const HostPictures::Known& HostPictures::known(Kind kind, std::u16string_view name, Bitmap bitmap) {
+  const SIZE size = sizeOf(bitmap.get());
+  auto pixels = pixelsOf(bitmap.get(), size);
+  known_.push_back({kind, std::u16string(name), size, std::move(pixels), std::move(bitmap)});
   return known_.back();
 }
 
-const std::u16string& HostPictures::named(Kind kind, HBITMAP bitmap) {
-  const SIZE size = sizeOf(bitmap);
-  const auto pixels = pixelsOf(bitmap, size);
+const std::u16string& HostPictures::named(Kind kind, Bitmap bitmap) {
+  const SIZE size = sizeOf(bitmap.get());
+  const auto pixels = pixelsOf(bitmap.get(), size);
   const auto same = std::ranges::find_if(known_, [&](const Known& picture) {
     return picture.kind == kind && picture.size.cx == size.cx && picture.size.cy == size.cy &&
            picture.pixels == pixels;
   });
   if (same == known_.end()) {
     const auto number = static_cast<std::int32_t>(known_.size());
-    return known(kind, u"picture " + automation::int32Text(number), bitmap).name;
+    return known(kind, u"picture " + automation::int32Text(number), std::move(bitmap)).name;
   }
-  DeleteObject(bitmap);
   return same->name;
 }
 
 std::u16string HostPictures::fromClipboard() {
   if (!OpenClipboard(nullptr)) return {};
-  const HBITMAP picture = unpacked(L"Toolbar Button Face");
-  const HBITMAP mask = unpacked(L"Toolbar Button Mask");
+  const Bitmap picture = unpacked(L"Toolbar Button Face");
+  const Bitmap mask = unpacked(L"Toolbar Button Mask");
   const auto plain = static_cast<HBITMAP>(GetClipboardData(CF_BITMAP));
-  HBITMAP face = nullptr;
+  Bitmap face;
   if (picture && mask)
-    face = faceOf(picture, mask);
+    face = faceOf(picture.get(), mask.get());
   else if (plain)
     face = faceOf(plain, nullptr);
   CloseClipboard();
-  if (picture) DeleteObject(picture);
-  if (mask) DeleteObject(mask);
-  return face ? named(Kind::Face, face) : std::u16string();
+  return face ? named(Kind::Face, std::move(face)) : std::u16string();
 }
 
 std::u16string HostPictures::face(const automation::Object& picture,
@@ -243,14 +222,14 @@ std::u16string HostPictures::face(const automation::Object& picture,
 automation::Object HostPictures::fromPicture(const automation::Object& picture) {
   const auto icon = static_cast<HICON>(handleOf(picture, PICTYPE_ICON));
   const auto bitmap = static_cast<HBITMAP>(handleOf(picture, PICTYPE_BITMAP));
-  const HBITMAP shown = icon ? drawnIcon(icon) : bitmap ? faceOf(bitmap, nullptr) : nullptr;
-  return shown ? std::make_shared<NamedPicture>(named(Kind::Ribbon, shown))->handle()
+  Bitmap shown = icon ? drawnIcon(icon) : bitmap ? faceOf(bitmap, nullptr) : Bitmap();
+  return shown ? std::make_shared<NamedPicture>(named(Kind::Ribbon, std::move(shown)))->handle()
                : automation::Object();
 }
 
 HBITMAP HostPictures::find(std::u16string_view name) const {
   const auto found = std::ranges::find(known_, name, &Known::name);
-  return found == known_.end() ? nullptr : found->bitmap;
+  return found == known_.end() ? nullptr : found->bitmap.get();
 }
 
 }  // namespace standin

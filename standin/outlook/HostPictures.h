@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/automation.h"
-#include "windows/com/api.h"
+#include "windows/services/graphics.h"
 
 namespace standin {
 
@@ -18,9 +18,6 @@ class HostPictures {
  public:
   /// `progId` is the add-in's; of one that has no such icons no picture is known.
   explicit HostPictures(std::u16string_view progId);
-  ~HostPictures();
-  HostPictures(const HostPictures&) = delete;
-  HostPictures& operator=(const HostPictures&) = delete;
 
   /// The name of the face on the clipboard: of picture and mask, or of a plain bitmap where these
   /// are not; empty when there is none. Looks once: a clipboard that another program has open has
@@ -46,10 +43,10 @@ class HostPictures {
     std::u16string name;
     SIZE size;
     std::vector<std::uint32_t> pixels;
-    HBITMAP bitmap;
+    windows::Bitmap bitmap;
   };
-  const Known& known(Kind kind, std::u16string_view name, HBITMAP bitmap);
-  const std::u16string& named(Kind kind, HBITMAP bitmap);
+  const Known& known(Kind kind, std::u16string_view name, windows::Bitmap bitmap);
+  const std::u16string& named(Kind kind, windows::Bitmap bitmap);
 
   std::vector<Known> known_;
 };

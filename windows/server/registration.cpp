@@ -49,11 +49,9 @@ void set(RegistryRoot root, std::u16string_view key, std::u16string_view name,
 
 /// Whether there is such a key, be it one that may not even be opened.
 bool isThere(RegistryRoot root, std::u16string_view key) {
-  HKEY opened = nullptr;
+  RegistryKey opened;
   const LONG status =
-      RegOpenKeyExW(root == RegistryRoot::ClassesRoot ? HKEY_CLASSES_ROOT : HKEY_CURRENT_USER,
-                    wide(std::u16string(key)), 0, KEY_READ, &opened);
-  if (status == ERROR_SUCCESS) RegCloseKey(opened);
+      RegOpenKeyExW(handleOf(root), wide(std::u16string(key)), 0, KEY_READ, opened.receive());
   return status != ERROR_FILE_NOT_FOUND && status != ERROR_PATH_NOT_FOUND;
 }
 

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "platform/automation.h"
+#include "windows/services/graphics.h"
 
 namespace windows {
 namespace {
@@ -12,33 +13,32 @@ namespace {
   throw automation::Error(CannotOpen, u"Can't open Clipboard");
 }
 
+struct FreeMemory {
+  void operator()(HGLOBAL memory) const noexcept { GlobalFree(memory); }
+};
+using Memory = Owner<HGLOBAL, FreeMemory>;
+
 /// A bitmap as the clipboard hands bitmaps of registered formats around: header and rows in one
 /// block of memory; null when there is no memory for it.
-HGLOBAL packed(HBITMAP section) {
+Memory packed(HBITMAP section) {
   DIBSECTION data{};
-  if (GetObjectW(section, sizeof data, &data) != sizeof data) return nullptr;
+  if (GetObjectW(section, sizeof data, &data) != sizeof data) return {};
   const auto size = static_cast<std::size_t>(data.dsBm.bmWidthBytes * data.dsBm.bmHeight);
-  const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, sizeof data.dsBmih + size);
-  if (!memory) return nullptr;
-  auto* block = static_cast<std::byte*>(GlobalLock(memory));
+  auto memory = Memory::attach(GlobalAlloc(GMEM_MOVEABLE, sizeof data.dsBmih + size));
+  if (!memory) return memory;
+  auto* block = static_cast<std::byte*>(GlobalLock(memory.get()));
   std::memcpy(block, &data.dsBmih, sizeof data.dsBmih);
   std::memcpy(block + sizeof data.dsBmih, data.dsBm.bmBits, size);
-  GlobalUnlock(memory);
+  GlobalUnlock(memory.get());
   return memory;
 }
 
-/// On success the clipboard owns the memory.
-bool put(const wchar_t* format, HGLOBAL memory) {
-  if (memory && SetClipboardData(RegisterClipboardFormatW(format), memory)) return true;
-  if (memory) GlobalFree(memory);
-  return false;
-}
-
-bool put(HBITMAP bitmap) {
-  const HANDLE copy = CopyImage(bitmap, IMAGE_BITMAP, 0, 0, 0);
-  if (copy && SetClipboardData(CF_BITMAP, copy)) return true;
-  if (copy) DeleteObject(copy);
-  return false;
+/// On success the clipboard owns the data.
+template <class Data>
+bool put(UINT format, Data data) {
+  if (!data || !SetClipboardData(format, data.get())) return false;
+  data.detach();
+  return true;
 }
 
 }  // namespace
@@ -56,23 +56,22 @@ std::optional<int> Clipboard::open(HWND owner, bool closeAgain) {
 }
 
 Clipboard::Clipboard()
-    : owner_(CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, nullptr,
-                             nullptr)) {
-  if (owner_ && open(owner_, false)) return;
-  if (owner_) DestroyWindow(owner_);
-  raiseCannotOpen();
+    : owner_(Window::attach(CreateWindowExW(0, L"STATIC", nullptr, WS_POPUP, 0, 0, 0, 0, nullptr,
+                                            nullptr, nullptr, nullptr))) {
+  if (!owner_ || !open(owner_.get(), false)) raiseCannotOpen();
 }
 
 Clipboard::~Clipboard() {
   CloseClipboard();
-  DestroyWindow(owner_);
 }
 
 void Clipboard::set(HBITMAP picture, HBITMAP mask) {
   // It takes data from the one who has emptied it. Closed in between it would be everybody's.
   EmptyClipboard();
-  if (!put(L"Toolbar Button Face", packed(picture)) || !put(L"Toolbar Button Mask", packed(mask)) ||
-      !put(picture)) {
+  auto copy = static_cast<HBITMAP>(CopyImage(picture, IMAGE_BITMAP, 0, 0, 0));
+  if (!put(RegisterClipboardFormatW(L"Toolbar Button Face"), packed(picture)) ||
+      !put(RegisterClipboardFormatW(L"Toolbar Button Mask"), packed(mask)) ||
+      !put(CF_BITMAP, Bitmap::attach(copy))) {
     throw automation::Error(automation::ErrorNumber::OutOfMemory);
   }
 }

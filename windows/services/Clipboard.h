@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "windows/com/api.h"
+#include "windows/com/Owner.h"
 
 namespace windows {
 
@@ -28,8 +28,13 @@ class Clipboard {
  private:
   static std::optional<int> open(HWND owner, bool closeAgain);
 
+  struct FreeWindow {
+    void operator()(HWND window) const noexcept { DestroyWindow(window); }
+  };
+  using Window = Owner<HWND, FreeWindow>;
+
   /// Without an owner the clipboard takes nothing.
-  HWND owner_;
+  Window owner_;
 };
 
 }  // namespace windows

@@ -40,10 +40,8 @@ std::optional<HeldKeys::Stored> HeldKeys::read(RegistryRoot root, std::u16string
     if (!place.key) {
       opened = true;
       if (RegOpenKeyExA(handleOf(root), ansi(path).c_str(), 0, KEY_READ, place.key.receive()) !=
-          ERROR_SUCCESS) {
-        place.key = {};
+          ERROR_SUCCESS)
         return std::nullopt;
-      }
     }
     Stored stored;
     DWORD size = place.size;

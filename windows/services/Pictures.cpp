@@ -6,6 +6,7 @@
 #include "windows/com/text.h"
 #include "windows/com/values.h"
 #include "windows/services/Clipboard.h"
+#include "windows/services/graphics.h"
 
 namespace windows {
 namespace {
@@ -27,32 +28,18 @@ constexpr struct {
   throw Error(ElementNotFound, u"Element not found");
 }
 
-/// Owns an icon until it is handed on.
-class Icon {
- public:
-  /// Raises error 35601 when the module has none of this name.
-  Icon(HINSTANCE module, const wchar_t* name, int size)
-      : handle_(static_cast<HICON>(LoadImageW(module, name, IMAGE_ICON, size, size, 0))) {
-    if (!handle_) raiseNotFound();
-  }
-  ~Icon() {
-    if (handle_) DestroyIcon(handle_);
-  }
-  Icon(const Icon&) = delete;
-  Icon& operator=(const Icon&) = delete;
-
-  HICON get() const noexcept { return handle_; }
-  void release() noexcept { handle_ = nullptr; }
-
- private:
-  HICON handle_;
-};
+/// Raises error 35601 when the module has none of this name.
+Icon iconOf(HINSTANCE module, const wchar_t* name, int size) {
+  auto icon = Icon::attach(static_cast<HICON>(LoadImageW(module, name, IMAGE_ICON, size, size, 0)));
+  if (!icon) raiseNotFound();
+  return icon;
+}
 
 Icon imageOf(HINSTANCE module, std::u16string_view name) {
   for (const auto& image : Numbered) {
-    if (image.name == name) return {module, MAKEINTRESOURCEW(image.id), FaceSize};
+    if (image.name == name) return iconOf(module, MAKEINTRESOURCEW(image.id), FaceSize);
   }
-  return {module, wide(std::u16string(name)), FaceSize};
+  return iconOf(module, wide(std::u16string(name)), FaceSize);
 }
 
 /// On success the picture owns the handle.
@@ -75,28 +62,20 @@ class Canvas {
     info.bmiHeader.biBitCount = 8 * BytesAPixel;
     info.bmiHeader.biSizeImage = Bytes;
     void* bits = nullptr;
-    bitmap_ = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    bitmap_ = Bitmap::attach(CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0));
     if (!bitmap_) throw Error(ErrorNumber::OutOfMemory);
     bits_ = static_cast<std::uint8_t*>(bits);
   }
-  ~Canvas() {
-    if (bitmap_) DeleteObject(bitmap_);
-  }
-  Canvas(const Canvas&) = delete;
-  Canvas& operator=(const Canvas&) = delete;
 
   /// Draws icons one upon the other on a ground of one colour.
   void draw(COLORREF ground, const Icon& below, const Icon& above) {
-    const HDC device = CreateCompatibleDC(nullptr);
-    const HGDIOBJ old = SelectObject(device, bitmap_);
+    const auto device = MemoryContext::attach(CreateCompatibleDC(nullptr));
+    const HGDIOBJ old = SelectObject(device.get(), bitmap_.get());
     const RECT all{0, 0, FaceSize, FaceSize};
-    const HBRUSH brush = CreateSolidBrush(ground);
-    FillRect(device, &all, brush);
-    DeleteObject(brush);
+    FillRect(device.get(), &all, Brush::attach(CreateSolidBrush(ground)).get());
     for (const Icon* icon : {&below, &above})
-      DrawIconEx(device, 0, 0, icon->get(), FaceSize, FaceSize, 0, nullptr, DI_NORMAL);
-    SelectObject(device, old);
-    DeleteDC(device);
+      DrawIconEx(device.get(), 0, 0, icon->get(), FaceSize, FaceSize, 0, nullptr, DI_NORMAL);
+    SelectObject(device.get(), old);
     GdiFlush();
   }
 
@@ -110,14 +89,14 @@ class Canvas {
     PICTDESC description{};
     description.cbSizeofstruct = sizeof description;
     description.picType = PICTYPE_BITMAP;
-    description.bmp.hbitmap = bitmap_;
+    description.bmp.hbitmap = bitmap_.get();
     const auto made = pictureOf(description);
-    bitmap_ = nullptr;
+    bitmap_.detach();
     return objectOf(made.get());
   }
 
  private:
-  HBITMAP bitmap_ = nullptr;
+  Bitmap bitmap_;
   std::uint8_t* bits_ = nullptr;
 };
 
@@ -153,13 +132,13 @@ HBITMAP bitmapOf(const automation::Object& object) {
 }  // namespace
 
 automation::Object Pictures::icon(std::int32_t id) {
-  Icon icon(module_, MAKEINTRESOURCEW(id), GetSystemMetrics(SM_CXSMICON));
+  Icon icon = iconOf(module_, MAKEINTRESOURCEW(id), GetSystemMetrics(SM_CXSMICON));
   PICTDESC description{};
   description.cbSizeofstruct = sizeof description;
   description.picType = PICTYPE_ICON;
   description.icon.hicon = icon.get();
   const auto picture = pictureOf(description);
-  icon.release();
+  icon.detach();
   return objectOf(picture.get());
 }
 

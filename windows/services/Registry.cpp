@@ -16,9 +16,8 @@ using platform::RegistryValue;
 /// An open key, or nothing when it can't be opened.
 RegistryKey openKey(HKEY parent, const std::u16string& path, REGSAM access) {
   RegistryKey key;
-  return RegOpenKeyExW(parent, wide(path), 0, access, key.receive()) == ERROR_SUCCESS
-             ? std::move(key)
-             : RegistryKey();
+  RegOpenKeyExW(parent, wide(path), 0, access, key.receive());
+  return key;
 }
 
 bool isText(DWORD type) {

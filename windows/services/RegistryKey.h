@@ -1,9 +1,7 @@
 #pragma once
 
-#include <utility>
-
 #include "platform/registry.h"
-#include "windows/com/api.h"
+#include "windows/com/Owner.h"
 
 namespace windows {
 
@@ -16,26 +14,10 @@ inline HKEY handleOf(platform::RegistryRoot root) {
   return HKEY_LOCAL_MACHINE;
 }
 
-/// An open key, or nothing; closed in the end.
-class RegistryKey {
- public:
-  RegistryKey() = default;
-  RegistryKey(RegistryKey&& other) noexcept : key_(std::exchange(other.key_, nullptr)) {}
-  RegistryKey& operator=(RegistryKey other) noexcept {
-    std::swap(key_, other.key_);
-    return *this;
-  }
-  ~RegistryKey() {
-    if (key_) RegCloseKey(key_);
-  }
-
-  explicit operator bool() const noexcept { return key_ != nullptr; }
-  HKEY get() const noexcept { return key_; }
-  /// For a function that opens a key and leaves this alone when it fails. Must hold none.
-  HKEY* receive() noexcept { return &key_; }
-
- private:
-  HKEY key_ = nullptr;
+struct CloseKey {
+  void operator()(HKEY key) const noexcept { RegCloseKey(key); }
 };
+/// An open key, or nothing.
+using RegistryKey = Owner<HKEY, CloseKey>;
 
 }  // namespace windows

@@ -4,7 +4,8 @@
 
 #include "windows/com/errors.h"
 #include "windows/com/text.h"
-#include "windows/services/MenuHandle.h"
+#include "windows/services/Menu.h"
+#include "windows/services/graphics.h"
 
 namespace windows {
 namespace {
@@ -34,10 +35,9 @@ platform::Point Screen::cursorPosition() {
 }
 
 platform::TwipsPerPixel Screen::twipsPerPixel() {
-  const HDC screen = GetDC(nullptr);
-  const int across = GetDeviceCaps(screen, LOGPIXELSX);
-  const int down = GetDeviceCaps(screen, LOGPIXELSY);
-  ReleaseDC(nullptr, screen);
+  const auto screen = screenContext();
+  const int across = GetDeviceCaps(screen.get(), LOGPIXELSX);
+  const int down = GetDeviceCaps(screen.get(), LOGPIXELSY);
   platform::TwipsPerPixel result;
   if (across > 0) result.x = platform::twipsPerPixel(across);
   if (down > 0) result.y = platform::twipsPerPixel(down);
@@ -80,13 +80,13 @@ void Screen::hideAnchor() {
 
 std::optional<int> Screen::trackPopup(const std::vector<platform::PopupEntry>& menu,
                                       platform::Point twips) {
-  const MenuHandle handle(menu);
+  const Menu popup = popupMenu(menu);
   const POINT corner = pixels({place_.x + twips.x, place_.y + twips.y});
   const HWND owner = anchor();
   // Otherwise the menu stays when the user clicks beside it.
   SetForegroundWindow(owner);
   const int chosen = TrackPopupMenu(
-      handle.get(), TPM_LEFTALIGN | TPM_TOPALIGN | TPM_LEFTBUTTON | TPM_RETURNCMD | TPM_NONOTIFY,
+      popup.get(), TPM_LEFTALIGN | TPM_TOPALIGN | TPM_LEFTBUTTON | TPM_RETURNCMD | TPM_NONOTIFY,
       corner.x, corner.y, 0, owner, nullptr);
   PostMessageW(owner, WM_NULL, 0, 0);
   return chosen != 0 ? std::optional<int>(chosen) : std::nullopt;

@@ -2,7 +2,7 @@
 
 #include "standin/outlook/ModalWatch.h"
 #include "standin/outlook/Pace.h"
-#include "windows/services/MenuHandle.h"
+#include "windows/services/Menu.h"
 
 namespace {
 
@@ -35,7 +35,7 @@ class ModalTest : public testing::Test {
   ~ModalTest() override { DestroyWindow(owner_); }
 
   int track() {
-    const windows::MenuHandle menu(Menu);
+    const windows::Menu menu = windows::popupMenu(Menu);
     SetForegroundWindow(owner_);
     return TrackPopupMenu(menu.get(), TPM_RETURNCMD | TPM_NONOTIFY, 10, 10, 0, owner_, nullptr);
   }
