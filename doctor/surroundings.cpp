@@ -39,10 +39,6 @@ std::size_t distance(std::u16string_view a, std::u16string_view b) {
   return row.back();
 }
 
-/// Names of the languages, each in itself, by column.
-constexpr std::u16string_view LanguageNames[] = {u"Deutsch",  u"English", u"Français",
-                                                 u"Italiano", u"Español", u"Português"};
-
 }  // namespace
 
 // ---- The client and the libraries.
@@ -108,11 +104,10 @@ void Examiner::setting(const resources::Setting& row) {
   std::u16string effect;
   if (row.type == SettingType::Language) {
     const auto id = number ? static_cast<std::int32_t>(*number) : 0;
-    const auto column = languageColumn(id);
-    effect = id == 0 ? text(Text::NotChosen) : std::u16string(LanguageNames[column]);
+    const auto& language = resources::SettingLanguages[languageColumn(id)];
+    effect = id == 0 ? text(Text::NotChosen) : std::u16string(language.ownName);
     // Every other id makes the add-in speak English.
-    good = !value || (number && (id == 0 || static_cast<std::int32_t>(
-                                                resources::SettingLanguages[column].langId) == id));
+    good = !value || (number && (id == 0 || language.langId == id));
   } else if (row.type == SettingType::TextOne) {
     effect = onOff(shown == u"1");
     good = shown.empty() || shown == u"0" || shown == u"1";

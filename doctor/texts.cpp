@@ -309,7 +309,7 @@ static_assert(complete());
 std::size_t languageColumn(std::int32_t langId) {
   constexpr std::size_t English = 1;
   for (std::size_t i = 0; i < Languages; ++i) {
-    if (static_cast<std::int32_t>(resources::SettingLanguages[i].langId) == langId) return i;
+    if (resources::SettingLanguages[i].langId == langId) return i;
   }
   return English;
 }

@@ -20,19 +20,6 @@
 namespace cxol {
 namespace {
 
-struct InterfaceLanguage {
-  std::u16string_view code;
-  std::int32_t langId;
-  std::int32_t offset;
-};
-
-/// Only these language ids are known; every other one, relatives of these included, is served in
-/// English.
-constexpr InterfaceLanguage Languages[] = {
-    {u"DE", 1031, 0},     {u"EN", 1033, 5000},  {u"FR", 1036, 10000},
-    {u"IT", 1040, 15000}, {u"ES", 1034, 20000}, {u"PT", 1046, 25000},
-};
-
 constexpr auto OfHost = resources::setting(u"LanguageOfOutlook").place;
 constexpr auto OfUser = resources::setting(u"Language").place;
 
@@ -67,8 +54,9 @@ std::int32_t langIdOfLanguageService() {
   return langId;
 }
 
+/// Every id that is not listed, relatives of those included, is served in English.
 std::u16string_view codeOf(std::int32_t langId) {
-  for (const auto& language : Languages) {
+  for (const auto& language : resources::SettingLanguages) {
     if (language.langId == langId) return language.code;
   }
   return u"EN";
@@ -99,8 +87,10 @@ void SetLanguage(std::u16string_view code) {
   auto& state = runtime().language;
   state.code = code;
   state.offset = 0;
-  for (const auto& language : Languages) {
-    if (equalsIgnoringCase(code, language.code)) state.offset = language.offset;
+  std::int32_t offset = 0;
+  for (const auto& language : resources::SettingLanguages) {
+    if (equalsIgnoringCase(code, language.code)) state.offset = offset;
+    offset += resources::LanguageStep;
   }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "platform/registry.h"
@@ -57,20 +58,22 @@ struct Setting {
   BilingualText help;
 };
 
-/// The languages of the add-in, as the value of a Language setting names them.
+/// The languages of the add-in, in the order of the columns of every table of texts.
 struct SettingLanguage {
   std::u16string_view id;
-  unsigned langId;
+  std::int32_t langId;  ///< the value of a Language setting
+  std::u16string_view code;
+  std::u16string_view ownName;
   BilingualText title;
 };
 
 inline constexpr SettingLanguage SettingLanguages[] = {
-    {u"German", 1031, {u"German", u"Deutsch"}},
-    {u"English", 1033, {u"English", u"Englisch"}},
-    {u"French", 1036, {u"French", u"Französisch"}},
-    {u"Italian", 1040, {u"Italian", u"Italienisch"}},
-    {u"Spanish", 1034, {u"Spanish", u"Spanisch"}},
-    {u"Portuguese", 1046, {u"Portuguese", u"Portugiesisch"}},
+    {u"German", 1031, u"DE", u"Deutsch", {u"German", u"Deutsch"}},
+    {u"English", 1033, u"EN", u"English", {u"English", u"Englisch"}},
+    {u"French", 1036, u"FR", u"Français", {u"French", u"Französisch"}},
+    {u"Italian", 1040, u"IT", u"Italiano", {u"Italian", u"Italienisch"}},
+    {u"Spanish", 1034, u"ES", u"Español", {u"Spanish", u"Spanisch"}},
+    {u"Portuguese", 1046, u"PT", u"Português", {u"Portuguese", u"Portugiesisch"}},
 };
 
 namespace settingKeys {

@@ -5,13 +5,12 @@
 #include <cstddef>
 #include <iterator>
 
+#include "resources/settings.h"
+
 namespace resources {
 namespace {
 
 using Text = std::u16string_view;
-
-constexpr std::int32_t LanguageStep = 5000;
-constexpr std::size_t LanguageCount = 6;
 
 /// One text in every language. The columns stand in the order of the offsets.
 struct Row {
@@ -24,7 +23,7 @@ struct Row {
   Text portuguese;  // of Brazil
 };
 
-constexpr std::array<Text Row::*, LanguageCount> Columns{
+constexpr std::array<Text Row::*, std::size(SettingLanguages)> Columns{
     &Row::german, &Row::english, &Row::french, &Row::italian, &Row::spanish, &Row::portuguese};
 
 /// Heads a group for translators; never shown, so the same in every language.

@@ -121,7 +121,7 @@ std::string escaped(const std::string& text) {
   return result;
 }
 
-std::string decimal(unsigned value) {
+std::string decimal(std::int32_t value) {
   return "<value><decimal value=\"" + std::to_string(value) + "\" /></value>";
 }
 

@@ -242,8 +242,7 @@ void Client::execute(const Told& told) {
     case Kind::Stop:
       if (told.code == velnor::StopWithHost) vanish();
       break;
-    case Kind::Transfer:
-    case Kind::Incognito: break;
+    default: break;
   }
   told_.push_back(told);
   if (listener_) listener_(told);

@@ -29,7 +29,10 @@ class Machine {
   Machine(const Machine&) = delete;
   Machine& operator=(const Machine&) = delete;
 
-  platform::Platform platform();
+  platform::Platform platform() {
+    return {clock,    files,     language, loggingLibrary, mapiHelper, objects,
+            pictures, processes, registry, screen,         timers};
+  }
   /// Installs the client: its file and its registration.
   void installClient() { client.install(); }
   /// Lets time pass in the message loop.
@@ -39,21 +42,22 @@ class Machine {
       u"C:\\Documents and Settings\\User\\Local Settings\\Application Data";
 
  private:
+  Boundary& boundary_;
   Uptime uptime_;
 
  public:
-  SimTimers timers;
-  SimClock clock;
-  SimRegistry registry;
-  SimFiles files;
-  SimLanguage language;
-  Client client;
-  SimProcesses processes;
-  SimObjects objects;
-  SimScreen screen;
-  SimPictures pictures;
-  SimLoggingLibrary loggingLibrary;
-  SimMapiHelper mapiHelper;
+  SimTimers timers{boundary_, uptime_};
+  SimClock clock{boundary_, uptime_, timers};
+  SimRegistry registry{boundary_};
+  SimFiles files{boundary_};
+  SimLanguage language{boundary_};
+  Client client{uptime_, registry};
+  SimProcesses processes{boundary_, client};
+  SimObjects objects{boundary_, client};
+  SimScreen screen{boundary_};
+  SimPictures pictures{boundary_, uptime_};
+  SimLoggingLibrary loggingLibrary{boundary_};
+  SimMapiHelper mapiHelper{boundary_};
 };
 
 }  // namespace simulator
