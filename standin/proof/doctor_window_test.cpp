@@ -94,7 +94,7 @@ class DoctorWindow : public testing::Test {
 
   std::optional<std::uint32_t> loadBehavior() {
     windows::Registry fresh;
-    return standin::dwordOf(fresh.read(RegistryRoot::CurrentUser, EntryKey, u"LoadBehavior"));
+    return platform::dwordOf(fresh.read(RegistryRoot::CurrentUser, EntryKey, u"LoadBehavior"));
   }
 
   standin::RegistryKeeper registry;
