@@ -72,6 +72,8 @@ older=$(windows_path "$work/older.msi")
 version=$(file_version "$2")
 trap finish EXIT
 run reg delete "$outlook" /f
+# Where Outlook is, its list of add-ins is; Wine's installer leaves it there when it is empty.
+run reg add 'HKLM\Software\Microsoft\Office\Outlook\Addins' /f
 dll=$(windows_path "$2")
 run regsvr32 /u /s "$dll"
 registry_lines >"$work/before"
