@@ -74,6 +74,9 @@ trap finish EXIT
 run reg delete "$outlook" /f
 # Where Outlook is, its list of add-ins is; Wine's installer leaves it there when it is empty.
 run reg add 'HKLM\Software\Microsoft\Office\Outlook\Addins' /f
+# Wine's script host enters itself at its first use.
+: >"$work/empty.vbs"
+run wscript "$(windows_path "$work/empty.vbs")"
 dll=$(windows_path "$2")
 run regsvr32 /u /s "$dll"
 registry_lines >"$work/before"
