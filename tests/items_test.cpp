@@ -161,19 +161,27 @@ TEST_F(ItemsTest, ACalendarWithoutASelectionMeansItsNextAppointment) {
   const auto addAppointment = [&](std::u16string_view id, std::u16string_view start) {
     auto& appointment = world.add(u"Calendar", ObjectClass::Appointment, id);
     appointment.properties[u"Start"] = start;
+    // A series that began then, of which the first appointment alone counts.
+    if (id == u"past") appointment.properties[u"IsRecurring"] = true;
     appointment.mapi.recipients[0] = {std::u16string(id)};
   };
   addAppointment(u"later", u"2008-03-09T10:00");
   addAppointment(u"today", u"2008-03-07T08:00");
   addAppointment(u"past", u"2008-03-01T10:00");
+  world.addContact(u"Meier");
   for (const std::int32_t language : {1033, 1031, 1046}) {
     world.machine.language.setLangId(language);
     world.start();
     world.host->switchFolder(1, u"Calendar");
     EXPECT_EQ(references(), Texts{search(u"today")}) << language;
     EXPECT_EQ(cxol::GetItemCaption(), cxol::GetResString(201));
+    const auto current = [] { return cxol::GetCurrentAppointment(cxol::GetFrontWindow()); };
+    world.select(u"Calendar", u"past");
+    EXPECT_EQ(current().entryId(), u"past") << "a selected one comes before the next";
     world.host->switchFolder(1, u"Inbox");
     EXPECT_EQ(references(), Texts{}) << "only calendars have a next item";
+    world.host->openItem(u"Meier");
+    EXPECT_FALSE(current()) << "an open contact is none";
     world.stop();
   }
   world.machine.clock.set({2008, 4, 1, 9, 0, 0, 0});
@@ -306,7 +314,7 @@ TEST_F(ItemsTest, TheActionButtonNamesTheItem) {
   auto& full = world.addContact(u"Full");
   full.properties[u"LastNameAndFirstName"] = u"";
   auto& received = world.add(u"Inbox", ObjectClass::Mail, u"received");
-  received.mapi.receivedBy = u"me";
+  received.mapi.receivedBy = u"I";
   received.mapi.name = u"Sender & Co";
   auto& sent = world.add(u"Inbox", ObjectClass::Mail, u"sent");
   sent.mapi.displayTo = u"Everybody";

@@ -207,6 +207,12 @@ TEST_F(HostTest, FindsTheNextAppointment) {
   EXPECT_EQ(items.getFirst().entryId(), u"past");
   EXPECT_EQ(items.find(u"([Start] >= '3/14/2008')").entryId(), u"today");
   EXPECT_EQ(errorOf([&] { items.find(u"([Start] >= 'some day')"); }), 5);
+  // An endless series has an appointment on each day.
+  mailbox.folders[2].items[1].properties[u"IsRecurring"] = true;
+  EXPECT_EQ(items.find(u"([Start] >= '3/14/2008')").entryId(), u"today");
+  items.setIncludeRecurrences(true);
+  EXPECT_EQ(items.find(u"([Start] >= '3/14/2008')").entryId(), u"past");
+  items.setIncludeRecurrences(false);
   mailbox.folders[2].items[2].properties.clear();
   mailbox.folders[2].items[0].properties.clear();
   EXPECT_FALSE(items.find(u"([Start] >= '3/14/2008')"));

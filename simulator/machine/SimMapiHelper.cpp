@@ -10,6 +10,8 @@ constexpr std::u16string_view InitExport = u"_MapiInit@0";
 constexpr std::u16string_view DeinitExport = u"_MapiDeinit@0";
 
 platform::MapiHelper::CountedText counted(const std::u16string& text) {
+  // Only a count makes the text count.
+  if (text.empty()) return {0, u"left over"};
   constexpr std::size_t Most = std::numeric_limits<std::int32_t>::max();
   return {static_cast<std::int32_t>(std::min(text.size(), Most)), text};
 }

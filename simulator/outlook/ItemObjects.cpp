@@ -1,6 +1,7 @@
 #include "simulator/outlook/ItemObjects.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "simulator/data/Contact.h"
 #include "simulator/data/ItemKinds.h"
@@ -192,8 +193,9 @@ std::span<const MemberRow<ItemsObject>> ItemsObject::members() {
          self.sort(argument(args, 0).toText(), !descending.isMissing() && descending.toBoolean());
          return Value();
        }},
-      {u"IncludeRecurrences", [](ItemsObject&, Arguments) { return Value(false); },
-       [](ItemsObject&, const Value&) {}},
+      {u"IncludeRecurrences",
+       [](ItemsObject& self, Arguments) { return Value(self.includeRecurrences_); },
+       [](ItemsObject& self, const Value& value) { self.includeRecurrences_ = value.toBoolean(); }},
   };
   return rows;
 }
@@ -202,9 +204,15 @@ Value ItemsObject::objectOf(MailboxItem* item) {
   return item ? host().itemObject(folder_, *item) : Value(automation::Object());
 }
 
+std::int32_t ItemsObject::count() const {
+  // The occurrences of an endless series can't be counted.
+  if (includeRecurrences_) return std::numeric_limits<std::int32_t>::max();
+  return static_cast<std::int32_t>(order_.size());
+}
+
 Value ItemsObject::at(std::int32_t index) {
-  return objectOf(index >= 1 && index <= count() ? order_[static_cast<std::size_t>(index) - 1]
-                                                 : nullptr);
+  const auto place = static_cast<std::size_t>(index) - 1;
+  return objectOf(place < order_.size() ? order_[place] : nullptr);
 }
 
 void ItemsObject::sort(std::u16string_view property, bool descending) {
@@ -230,6 +238,7 @@ Value ItemsObject::find(std::u16string_view filter) {
   filter.remove_suffix(Tail.size());
   const auto from = host().isoDate(filter);
   const auto found = std::ranges::find_if(order_, [&](const MailboxItem* item) {
+    if (includeRecurrences_ && item->properties.contains(u"IsRecurring")) return true;
     const auto start = item->properties.find(u"Start");
     return start != item->properties.end() && start->second.toText() >= from;
   });

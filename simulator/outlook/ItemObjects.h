@@ -57,12 +57,15 @@ class ItemsObject : public HostObject<ItemsObject> {
   Value find(std::u16string_view filter);
   Value at(std::int32_t index);
   void sort(std::u16string_view property, bool descending);
-  std::int32_t count() const { return static_cast<std::int32_t>(order_.size()); }
+  std::int32_t count() const;
 
  private:
   Value objectOf(MailboxItem* item);
   MailboxFolder& folder_;
   std::vector<MailboxItem*> order_;
+  /// With them an item that has IsRecurring stands for a series of one appointment a day, without
+  /// an end.
+  bool includeRecurrences_ = false;
 };
 
 /// A collection that was taken at one moment: Count and Item, from 1.
