@@ -20,8 +20,8 @@ constexpr auto InternalSwitch = resources::setting(u"LogFile").place;
 constexpr auto LibrarySwitch = resources::setting(u"VBLogFile").place;
 
 void appendDigits(std::u16string& text, int number, int digits) {
-  text.append(static_cast<std::size_t>(digits), u'0');
-  for (auto at = text.size(); digits > 0 && number > 0; --digits, number /= 10) {
+  text.resize(text.size() + static_cast<std::size_t>(digits));
+  for (auto at = text.size(); digits > 0; --digits, number /= 10) {
     text[--at] = static_cast<char16_t>(u'0' + number % 10);
   }
 }

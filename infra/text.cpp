@@ -32,9 +32,8 @@ std::u16string_view programOf(std::u16string_view commandLine) {
   constexpr std::u16string_view Extension = u".exe";
   const auto text = trimBlanks(commandLine);
   if (text.starts_with(u'"')) return text.substr(1, text.find(u'"', 1) - 1);
-  for (std::size_t end = Extension.size(); end <= text.size(); ++end) {
-    const bool last = end == text.size() || text[end] == u' ';
-    if (last &&
+  for (std::size_t end = Extension.size(); end < text.size(); ++end) {
+    if (text[end] == u' ' &&
         equalsIgnoringCase(text.substr(end - Extension.size(), Extension.size()), Extension))
       return text.substr(0, end);
   }
