@@ -109,9 +109,13 @@ TEST_F(CommandsTest, ACallTaskNamesWhomToCall) {
   } taskUser;
   world.machine.screen.setUser(&taskUser);
   click(u"CxBtDial");
-  world.machine.screen.setUser(nullptr);
   const auto top = world.host->snapshot().windows.front();
   EXPECT_NE(top.caption.find(u"Call: Meier, Smith, Tel. 030 1"), std::u16string::npos);
+  world.host->activate(window);
+  world.host->failMember(u"Application", u"CreateItem");
+  click(u"CxBtDial");
+  EXPECT_TRUE(world.traced(u"Error:   ERROR in MenuTaskNumbers_Click(): Automation error"));
+  world.machine.screen.setUser(nullptr);
   EXPECT_EQ(world.told(), Texts{});
 }
 
@@ -204,6 +208,14 @@ TEST_F(CommandsTest, TheMenuOpensUnderItsButton) {
   click(u"CxBtDial");
   EXPECT_TRUE(world.machine.screen.popups().empty());
   EXPECT_FALSE(world.machine.screen.anchor());
+  // Switched off under an open menu the add-in takes the anchor away at once.
+  world.machine.screen.setDotsPerInch(96);
+  world.user.whileOpen = [&] {
+    world.host->disconnectAddin();
+    EXPECT_FALSE(world.machine.screen.anchor());
+  };
+  click(u"CxBtDial");
+  EXPECT_FALSE(world.host->addinConnected());
 }
 
 TEST_F(CommandsTest, PixelsOfEveryScreenAreConvertedAsAWhole) {

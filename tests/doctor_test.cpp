@@ -78,6 +78,8 @@ TEST(Doctor, NamesEachDefectAndNothingElseAndCuresWhatIsTheUsers) {
   using platform::RegistryRoot::LocalMachine;
   constexpr auto Dll = u"C:\\Program Files\\Velnor Outlook AddIn\\cxolcom.dll";
   constexpr auto ClassKey = u"CLSID\\{873C647F-502B-4863-9F93-A83F43C0E12B}\\InprocServer32";
+  constexpr auto CommandKey = u"CLSID\\{2A15A0D6-A49C-44AC-B751-B0C97D0F249F}\\InprocServer32";
+  constexpr auto LibraryKey = u"TypeLib\\{303DF69F-DB02-48B8-B932-1DC32C79BDCC}\\1.0\\0\\win32";
   constexpr auto AppPath = u"Software\\Microsoft\\Windows\\CurrentVersion\\App Paths\\OUTLOOK.EXE";
   const struct {
     const char* names;  ///< how the one complaint begins; null for none
@@ -105,9 +107,16 @@ TEST(Doctor, NamesEachDefectAndNothingElseAndCuresWhatIsTheUsers) {
        }},
       {"odd: Left over from another installation: HKEY_CLASSES_ROOT\\TypeLib", false,
        [](auto& m) {
-         m.machine.registry.setString(
-             ClassesRoot, u"TypeLib\\{303DF69F-DB02-48B8-B932-1DC32C79BDCC}\\1.0\\0\\win32", u"",
-             u"D:\\old\\cxolcom.dll");
+         m.machine.registry.setString(ClassesRoot, LibraryKey, u"", u"D:\\old\\cxolcom.dll");
+       }},
+      {nullptr, false,
+       [](auto& m) {
+         // The same file, spelt otherwise.
+         m.machine.files.put(u"C:\\az\\cxolcom.dll", simulator::programImage(true, 1));
+         m.machine.registry.setString(ClassesRoot, ClassKey, u"", u"C:\\az\\cxolcom.dll");
+         for (const auto* key : {CommandKey, LibraryKey}) {
+           m.machine.registry.setString(ClassesRoot, key, u"", u"c:\\AZ\\CXOLCOM.DLL");
+         }
        }},
       // Its loading.
       {"failed: Outlook does not know the add-in", false,

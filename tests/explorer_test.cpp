@@ -61,6 +61,7 @@ TEST_F(ExplorerTest, TheToolbarComesWithTheTimerAfterTwentySeconds) {
     EXPECT_EQ(control.picture, expected.picture);
     EXPECT_EQ(control.beginGroup, expected.beginGroup);
     EXPECT_EQ(control.onAction, u"!<VelnorOutlookCOMAddIn.Connect>");
+    EXPECT_EQ(control.parameter, u"32420.1") << "the second of the day";
     EXPECT_TRUE(control.visible);
   }
   EXPECT_EQ(world.control(1, u"CxCbDial").width, 150);
@@ -171,9 +172,13 @@ TEST_F(ExplorerTest, TheBarOutlivesOutlookHiddenAndIsFoundAgain) {
   EXPECT_EQ(world.tagsOf(1, Product), AllTags);
   EXPECT_TRUE(world.bar(1, Product)->visible);
   EXPECT_EQ(world.control(1, AllTags[1]).style, office::ButtonStyle{2});
-  // Switched off by the user it goes for good.
+  // Switched off by the user it goes for good, and each window lets go of it.
+  world.host->openExplorer();
+  world.machine.advance(25'000);
+  world.forget();
   world.host->disconnectAddin();
   EXPECT_TRUE(world.traced(u"Debug:   Delete command bar: Velnor "));
+  EXPECT_FALSE(world.traced(u"Warning: No explorer command bar found!"));
   EXPECT_EQ(world.bar(1, Product), std::nullopt);
 }
 
@@ -189,6 +194,7 @@ TEST_F(ExplorerTest, AClickIsCarriedOutByOneWindowOnly) {
     world.host->click(window, u"CxBtDrop");
   }
   EXPECT_EQ(world.machine.client.told().size(), 2u);
+  EXPECT_EQ(world.count(u"Debug:   thisExplorer_Activate()"), 2u);
   world.forget();
   world.host->click(second, u"CxBtDial");
   EXPECT_EQ(world.count(u"Warning: BtDial_Click: Ctrl.parameter <> parameter => Exit Sub"), 1u);
@@ -203,6 +209,15 @@ TEST_F(ExplorerTest, OldButtonsThatStayAreNoneOfTheWindowsOwn) {
   world.startClient();
   for (const auto& tag : world.bars.explorers.at(0).controls) world.host->click(1, tag.tag);
   EXPECT_EQ(world.told(), Texts{}) << "an earlier run has signed them";
+  world.host->failMember(u"CommandBarButton", u"Parameter");
+  for (const std::u16string name :
+       {u"BtTransfer", u"BtIncognito", u"BtPickup", u"BtCallInfo", u"BtVelnor", u"BtAction"}) {
+    world.host->click(1, u"Cx" + name);
+    EXPECT_EQ(world.trace().back(), u"Error:   " + name + u"_Click: Automation error");
+  }
+  world.host->failMember(u"CommandBarComboBox", u"Parameter");
+  type(u"0711");
+  EXPECT_EQ(world.trace().back(), u"Error:   CbDial_Change: Automation error");
 }
 
 TEST_F(ExplorerTest, AFailingCommandIsNamedInTheTrace) {
@@ -284,15 +299,17 @@ TEST_F(ExplorerTest, AControlThatTakesNoTagDoesNotStay) {
   world.host->failMember(u"CommandBarComboBox", u"Tag");
   world.machine.advance(21'000);
   EXPECT_EQ(world.tagsOf(1, Product), Texts(AllTags.begin() + 1, AllTags.end()));
-  // Closed before the tag is set.
   world.host->restoreMember(u"CommandBarComboBox", u"Tag");
-  world.host->disconnectAddin();
-  world.host->openExplorer();
-  world.host->connectAddin(*world.addin);
-  Once closed(world.boundary, u"CommandBarComboBox", u"Width", [&] { world.host->close(2); });
-  world.machine.advance(21'000);
-  ASSERT_TRUE(closed.happened());
-  EXPECT_TRUE(world.window(1).bars.at(0).controls.empty());
+  // Closed before the tag is set.
+  for (const char16_t* member : {u"Width", u"TooltipText"}) {
+    world.host->disconnectAddin();
+    const int window = world.host->openExplorer();
+    world.host->connectAddin(*world.addin);
+    Once closed(world.boundary, u"CommandBarComboBox", member, [&] { world.host->close(window); });
+    world.machine.advance(21'000);
+    ASSERT_TRUE(closed.happened());
+    EXPECT_TRUE(world.window(1).bars.at(0).controls.empty());
+  }
 }
 
 TEST_F(ExplorerTest, TheSelectionTimerTicksOnceAndLosesNoSelection) {
@@ -438,6 +455,8 @@ TEST_F(ExplorerTest, InTheDevelopmentToolClosingAWindowStopsEverything) {
   world.host->close(1);
   EXPECT_EQ(globals().TimerId, 0u);
   EXPECT_FALSE(globals().g_bMapiInitialized);
+  EXPECT_TRUE(world.traced(
+      u"Debug:   Running in the development environment: timers and MAPI helper stop now"));
 }
 
 TEST_F(ExplorerTest, ReleasesAreKnownByTheirVersions) {

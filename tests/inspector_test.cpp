@@ -88,6 +88,7 @@ TEST_F(InspectorTest, NotesAndWordMailsGetNone) {
   EXPECT_TRUE(
       world.traced(u"Debug:   Current item is of type 'olNote': do not create inspector "
                    u"toolbar, just return 'true'."));
+  EXPECT_FALSE(world.traced(u"Error:   Failed to connect inspector toolbar!"));
   EXPECT_TRUE(world.window(note).bars.empty());
   EXPECT_EQ(globals().g_colInspectors.count(), 1);
   const int mail = world.host->openItem(u"mail");
@@ -166,7 +167,10 @@ TEST_F(InspectorTest, AnEmptyBarIsWaitedForUpToTwentyBuilds) {
   // One build when the window is new, one at its first activation.
   EXPECT_EQ(world.count(u"Error:   Failed to connect inspector toolbar!"), 2u);
   for (int build = 3; build < 20; ++build) {
+    // Buttons that can't be counted are none.
+    if (build == 10) world.host->failMember(u"CommandBar", u"Controls");
     world.host->activate(window);
+    world.host->restoreMember(u"CommandBar", u"Controls");
     EXPECT_EQ(world.trace().end()[-2], u"Debug:   No Buttons found after " +
                                            automation::Value(build).toText() +
                                            u" retries. Exit now.");
@@ -355,6 +359,14 @@ TEST_F(InspectorTest, ClosingHidesTheBarAndSwitchingOffDeletesIt) {
   EXPECT_TRUE(world.traced(u"Debug:   Delete inspector commandbar: Velnor "));
   EXPECT_EQ(world.bar(second, Product), std::nullopt);
   EXPECT_EQ(world.boundary.liveHandles(), 0u);
+  // In the middle of a build nobody knows the bar yet but its own window, which hides it.
+  world.host->close(second);
+  world.host->connectAddin(*world.addin);
+  Once switchesOff(world.boundary, u"Clock", u"pumpMessages",
+                   [&] { world.host->disconnectAddin(); });
+  const int third = world.host->openItem(u"Smith");
+  ASSERT_TRUE(switchesOff.happened());
+  EXPECT_FALSE(world.bar(third, Product).value().visible);
 }
 
 TEST_F(InspectorTest, AWindowWhoseCloseWasMissedIsPurged) {
@@ -378,6 +390,16 @@ TEST_F(InspectorTest, AWindowWhoseCloseWasMissedIsPurged) {
   EXPECT_EQ(globals().g_colInspectors.count(), 2);
   EXPECT_EQ(world.count(u"Debug:   Destroy inspector"), 1u);
   EXPECT_EQ(world.tagsOf(kept, Product), AllTags);
+}
+
+TEST_F(InspectorTest, AWindowThatOpensWhileAnotherDoesKeepsItsToolbar) {
+  startWithContacts();
+  int inner = 0;
+  Once opens(world.boundary, u"Application", u"Version",
+             [&] { inner = world.host->openItem(u"Smith"); });
+  const int outer = world.host->openItem(u"Meier");
+  for (const int window : {inner, outer}) EXPECT_TRUE(world.bar(window, Product)->visible);
+  EXPECT_EQ(globals().g_colInspectors.count(), 2);
 }
 
 }  // namespace

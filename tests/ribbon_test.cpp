@@ -138,16 +138,16 @@ TEST_F(RibbonTest, TheMarkupFitsTheWindowThatItIsAskedFor) {
   written.properties[u"Sent"] = false;
   world.add(u"Tasks", ObjectClass::Task, u"task");
   world.add(u"Inbox", ObjectClass::MeetingCancellation, u"cancelled");
+  world.add(u"Inbox", ObjectClass::MeetingResponseNegative, u"declined");
+  world.add(u"Contacts", ObjectClass::DistributionList, u"list");
   world.add(u"Journal", ObjectClass::Journal, u"journal");
   const struct {
     const char16_t* item;
     std::u16string_view tab;
-  } windows[] = {{u"Meier", u"TabContact"},
-                 {u"read", u"TabReadMessage"},
-                 {u"written", u"TabNewMailMessage"},
-                 {u"cancelled", u""},
-                 {u"journal", u""},
-                 {u"task", u"TabTask"}};
+  } windows[] = {{u"Meier", u"TabContact"},          {u"journal", u""},
+                 {u"read", u"TabReadMessage"},       {u"list", u""},
+                 {u"written", u"TabNewMailMessage"}, {u"cancelled", u""},
+                 {u"declined", u"TabReadMessage"},   {u"task", u"TabTask"}};
   for (const bool early : {true, false}) {
     world.options.earlyRibbon = early;
     world.bars.inspectors = {simulator::storedBar(u"Ondaris Station 2")};
@@ -168,10 +168,20 @@ TEST_F(RibbonTest, TheMarkupFitsTheWindowThatItIsAskedFor) {
     const struct {
       std::u16string_view kind;
       std::u16string_view tab;
-    } asked[] = {{u"Contact", u"TabContact"},        {u"Mail.Read", u"TabReadMessage"},
-                 {u"RSS", u"TabReadMessage"},        {u"Mail.Compose", u"TabNewMailMessage"},
-                 {u"Post.Read", u"TabTask"},         {u"Appointment", u"TabTask"},
-                 {u"Of a later Outlook", u"TabTask"}};
+    } asked[] = {{u"Contact", u"TabContact"},
+                 {u"Mail.Read", u"TabReadMessage"},
+                 {u"RSS", u"TabReadMessage"},
+                 {u"Mail.Compose", u"TabNewMailMessage"},
+                 {u"Post.Read", u"TabTask"},
+                 {u"Appointment", u"TabTask"},
+                 {u"Of a later Outlook", u"TabTask"},
+                 {u"MeetingRequest.Send", u"TabNewMailMessage"},
+                 {u"Resend", u"TabNewMailMessage"},
+                 {u"Response.Compose", u"TabNewMailMessage"},
+                 {u"Response.CounterPropose", u"TabNewMailMessage"},
+                 {u"Sharing.Compose", u"TabNewMailMessage"},
+                 {u"Report", u"TabReadMessage"},
+                 {u"Sharing.Read", u"TabReadMessage"}};
     for (const auto& each : asked) {
       const auto tab = u"<tab idMso=\"" + std::u16string(each.tab) + u"\" >";
       EXPECT_NE(markupFor(each.kind).find(tab), std::u16string::npos);

@@ -85,8 +85,15 @@ TEST_F(TraceTest, PrefersTheLoggingLibrary) {
   library.setWriteStatus(-1);
   cxol::LogError(u"refused");
   EXPECT_FALSE(world.machine.files.folderExists(LogFolder));
+  EXPECT_FALSE(cxol::LogWrite(0, u"refused", 3));
   EXPECT_FALSE(cxol::LogCreateLogger(0, u"Velnor", u"again", 1, 2, 3, 4));
   EXPECT_EQ(library.created().size(), 1u);
+  // Another logger takes the library that is loaded.
+  library.setWriteStatus(std::nullopt);
+  EXPECT_FALSE(cxol::LogWrite(1, u"no such logger", 3));
+  EXPECT_TRUE(cxol::LogCreateLogger(1, u"Velnor", u"second", 1, 2, 3, 4));
+  EXPECT_TRUE(cxol::LogWrite(1, u"kept", 3));
+  EXPECT_EQ(library.loads().size(), 1u);
 }
 
 TEST_F(TraceTest, TakesTheNextIndexThatTheLibraryHasFree) {
