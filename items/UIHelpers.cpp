@@ -211,9 +211,7 @@ std::u16string GetNumberFromSubject(std::u16string_view text) {
   const auto mark = GetResString(SubjectMark);
   const auto found = text.find(mark);
   if (found == std::u16string_view::npos) return {};
-  const auto start = found + mark.size() + 1;
-  if (start >= text.size()) return {};
-  text.remove_prefix(start);
+  text.remove_prefix(std::min(found + mark.size() + 1, text.size()));
   return std::u16string(text.substr(0, text.find(u'[')));
 }
 

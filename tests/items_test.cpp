@@ -268,6 +268,7 @@ TEST_F(ItemsTest, ContactNumbersComeInTheirFixedOrder) {
             (Texts{u"Work: 1", u"Company switchboard: 2", u"Home: 3", u"Mobile: 4", u"Work 2: 5",
                    u"Home 2: 6", u"Other: 7", u"Assistant: 8", u"Main: 9", u"ISDN phone number: 10",
                    u"Radio pager: 11", u"Car: 12", u"Pager: 13"}));
+  EXPECT_EQ(cxol::FillNumberMenu()->numbers.size(), 13u) << "the menu has no place for another";
   EXPECT_EQ(menuOf(u"Contacts", u"two"), (Texts{u"Home: 0711", u"Mobile:  0170 "}));
   EXPECT_EQ(menuOf(u"Contacts", u"none"), Texts{u"off <No phone numbers>"});
 }
