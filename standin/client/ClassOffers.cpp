@@ -32,6 +32,20 @@ void ClassOffers::offerRunning(const CLSID& id, IDispatch* object) {
   DWORD cookie = 0;
   windows::check(RegisterActiveObject(object, id, ACTIVEOBJECT_STRONG, &cookie));
   running_.push_back(cookie);
+  keepServed(IID_IDispatch, object);
+  windows::ComPtr<ITypeInfo> type;
+  if (SUCCEEDED(object->GetTypeInfo(0, LOCALE_USER_DEFAULT, type.receive())) && type)
+    keepServed(IID_ITypeInfo, type.get());
+}
+
+/// With the last object that is served by an interface Wine ends the serving, and on a busy
+/// computer waits for ever for a call before that has just been answered: one of each stays.
+void ClassOffers::keepServed(REFIID iid, IUnknown* object) {
+  windows::ComPtr<IStream> stream;
+  windows::check(CreateStreamOnHGlobal(nullptr, TRUE, stream.receive()));
+  windows::check(
+      CoMarshalInterface(stream.get(), iid, object, MSHCTX_LOCAL, nullptr, MSHLFLAGS_TABLESTRONG));
+  served_.push_back(std::move(stream));
 }
 
 void ClassOffers::offerClass(const CLSID& id, Create create) {
@@ -48,6 +62,10 @@ void ClassOffers::withdrawClasses() {
 ClassOffers::~ClassOffers() {
   withdrawClasses();
   for (const DWORD cookie : running_) RevokeActiveObject(cookie, nullptr);
+  for (const auto& stream : served_) {
+    stream->Seek({}, STREAM_SEEK_SET, nullptr);
+    CoReleaseMarshalData(stream.get());
+  }
 }
 
 }  // namespace standin

@@ -28,8 +28,11 @@ class ClassOffers {
   void withdrawClasses();
 
  private:
+  void keepServed(REFIID iid, IUnknown* object);
+
   std::vector<DWORD> running_;
   std::vector<DWORD> classes_;
+  std::vector<windows::ComPtr<IStream>> served_;
 };
 
 }  // namespace standin
