@@ -20,7 +20,7 @@ using namespace sweep;
 /// How many crossings of each kind are faulted without --long: as many as fit into two minutes, of
 /// which the sanitizers take their share.
 #ifdef CXOL_SANITIZED
-constexpr std::size_t UsualMost = 8;
+constexpr std::size_t UsualMost = 4;
 #else
 constexpr std::size_t UsualMost = 100;
 #endif
