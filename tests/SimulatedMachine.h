@@ -12,6 +12,7 @@
 #include "simulator/boundary.h"
 #include "simulator/machine/Machine.h"
 #include "simulator/machine/dates.h"
+#include "tests/errorOf.h"
 
 namespace tests {
 
@@ -20,16 +21,6 @@ using automation::Value;
 using platform::RegistryRoot;
 using simulator::Client;
 using Texts = std::vector<std::u16string>;
-
-/// The number of the error that an action raises; 0 for none.
-inline std::int32_t errorOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const Error& error) {
-    return error.number();
-  }
-  return 0;
-}
 
 /// A machine alone, without Outlook and add-in. Checks at the end that no handle is left over.
 class SimulatedMachine : public testing::Test {

@@ -17,6 +17,8 @@ using platform::RegistryRoot;
 using Texts = std::vector<std::u16string>;
 
 inline constexpr std::u16string_view AddInKey = u"Software\\K9T\\CXComAddIn";
+/// The English product name, also that of the toolbar, ends with a blank.
+inline constexpr std::u16string_view Product = u"Velnor ";
 inline constexpr std::u16string_view ClientKey = u"Software\\K9T\\Velnor30\\AddIn001";
 
 /// Chooses from each menu the entry whose caption begins with `choice`, also in submenus; leaves

@@ -128,7 +128,7 @@ TEST_F(CostTest, BuildingAToolbarCallsOncePerStep) {
     std::size_t calls;
   } cases[] = {
       {"new", {}, findBarExplorer(7) + AddBar + CreateControls},
-      {"found", {simulator::storedBar(u"Velnor ", all)}, findBarExplorer(1) + LogName},
+      {"found", {simulator::storedBar(Product, all)}, findBarExplorer(1) + LogName},
       // Controls and Count, and Item and Delete of each.
       {"old layout",
        {simulator::storedBar(u"Ondaris Station 1", {u"CxBtDial", u"CxBtTransfer", u"Other"})},

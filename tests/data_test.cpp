@@ -250,7 +250,7 @@ TEST(MailboxReader, GeneratedIdsGiveWayToThoseOfTheFile) {
 }
 
 TEST(MailboxReader, ReadsTheSampleMailbox) {
-  const Mailbox mailbox = readMailboxFile(SAMPLES_DIR "/mailbox.json");
+  const Mailbox mailbox = readMailboxFile(PROJECT_DIR "/samples/mailbox.json");
   EXPECT_EQ(mailbox.user, u"Anna Berger");
   std::set<ObjectClass> kinds;
   for (const auto& folder : mailbox.folders)
@@ -279,7 +279,7 @@ TEST(MailboxReader, ReadsTheSampleMailbox) {
 }
 
 TEST(MailboxReader, ReadsTheExampleOfTheDocument) {
-  const std::string document = readWholeFile(DOCS_DIR "/mailbox.md").value();
+  const std::string document = readWholeFile(PROJECT_DIR "/docs/mailbox.md").value();
   const std::string fence = "```json\n";
   const auto begin = document.find(fence) + fence.size();
   const auto example = document.substr(begin, document.find("```", begin) - begin);

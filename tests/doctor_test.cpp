@@ -337,12 +337,12 @@ std::set<std::u16string> privateTexts(const simulator::Mailbox& mailbox) {
 }
 
 TEST(Masking, HidesNumbersAndNamesOfEverySample) {
-  const auto mailbox = simulator::readMailboxFile(SAMPLES_DIR "/mailbox.json");
+  const auto mailbox = simulator::readMailboxFile(PROJECT_DIR "/samples/mailbox.json");
   const auto secrets = privateTexts(mailbox);
   ASSERT_GT(secrets.size(), 50u);
   std::size_t hidden = 0;
   std::set<std::string> unexplained;
-  for (const auto& sample : std::filesystem::directory_iterator(SAMPLES_DIR)) {
+  for (const auto& sample : std::filesystem::directory_iterator(PROJECT_DIR "/samples")) {
     if (sample.path().extension() != ".scn") continue;
     scenario::NativeStage stage(mailbox, makeNativeAddin, diagnoseNatively);
     stage.machine().loggingLibrary.setPresent(false);

@@ -50,18 +50,18 @@ std::vector<Strings> findAll(const std::string& text, const std::string& express
 }
 
 /// A row of a page's tables: the heading above it, and its cells without the marks of code.
-struct Row {
+struct PageRow {
   std::string heading;
   Strings cells;
 };
 
-std::vector<Row> rowsOf(const std::string& page) {
-  std::vector<Row> rows;
+std::vector<PageRow> rowsOf(const std::string& page) {
+  std::vector<PageRow> rows;
   std::string heading;
   for (const auto& line : split(fileOf(page), "\n")) {
     if (line.starts_with('#')) heading = line.substr(line.find(' ') + 1);
     if (!line.starts_with("| ")) continue;
-    Row row{heading, split(line.substr(2, line.rfind(" |") - 2), " | ")};
+    PageRow row{heading, split(line.substr(2, line.rfind(" |") - 2), " | ")};
     for (auto& cell : row.cells) {
       if (cell.starts_with('`') && cell.find('`', 1) == cell.size() - 1)
         cell = cell.substr(1, cell.size() - 2);
@@ -73,9 +73,9 @@ std::vector<Row> rowsOf(const std::string& page) {
 
 // ---- The trace
 
-std::vector<Row> traceRows() {
+std::vector<PageRow> traceRows() {
   auto rows = rowsOf("docs/trace.md");
-  std::erase_if(rows, [](const Row& row) { return row.cells[0] == "text"; });
+  std::erase_if(rows, [](const PageRow& row) { return row.cells[0] == "text"; });
   return rows;
 }
 
@@ -182,7 +182,7 @@ TEST(TracePage, KnowsWhatTheSamplesTraceAndWhatIsPersonalInIt) {
   });
   EXPECT_GT(personal.size(), 60U);
 
-  for (const auto& entry : std::filesystem::directory_iterator(SAMPLES_DIR)) {
+  for (const auto& entry : std::filesystem::directory_iterator(PROJECT_DIR "/samples")) {
     if (entry.path().extension() != ".scn") continue;
     scenario::NativeStage stage(simulator::readMailbox(mailbox, "mailbox"), makeNativeAddin);
     std::set<std::string> lines;
@@ -355,7 +355,7 @@ TEST(UsersPages, SayOnlyWhatSamplesShow) {
     const auto lines = findAll(proof, R"(\n([a-z-]+): ([^\n]+))");
     EXPECT_FALSE(lines.empty()) << proof;
     for (const auto& line : lines) {
-      const auto sample = simulator::readWholeFile(SAMPLES_DIR "/" + line[1] + ".scn");
+      const auto sample = simulator::readWholeFile(PROJECT_DIR "/samples/" + line[1] + ".scn");
       ASSERT_TRUE(sample) << line[1];
       EXPECT_NE(("\n" + *sample).find("\n" + line[2] + "\n"), std::string::npos)
           << line[1] << " does not say: " << line[2];
@@ -370,7 +370,7 @@ TEST(UsersPages, SayOnlyWhatSamplesShow) {
 TEST(Documents, LinkToWhatIsThere) {
   std::vector<std::filesystem::path> pages{PROJECT_DIR "/README.md",
                                            PROJECT_DIR "/CONTRIBUTING.md"};
-  for (const auto& entry : std::filesystem::directory_iterator(DOCS_DIR)) {
+  for (const auto& entry : std::filesystem::directory_iterator(PROJECT_DIR "/docs")) {
     if (entry.path().extension() == ".md") pages.push_back(entry.path());
   }
   EXPECT_GT(pages.size(), 9U);

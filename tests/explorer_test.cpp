@@ -12,9 +12,7 @@ namespace {
 
 using cxol::globals;
 
-const Texts AllTags = {u"CxCbDial", u"CxBtDial", u"CxBtDrop", u"CxBtVelnor", u"CxBtAction"};
-/// The English product name ends with a blank.
-constexpr std::u16string_view Product = u"Velnor ";
+const Texts ExplorerTags = {u"CxCbDial", u"CxBtDial", u"CxBtDrop", u"CxBtVelnor", u"CxBtAction"};
 
 class ExplorerTest : public testing::Test {
  protected:
@@ -36,7 +34,7 @@ TEST_F(ExplorerTest, TheToolbarComesWithTheTimerAfterTwentySeconds) {
                        u"Debug:   ...done.",
                        u"Debug:   ...done!"};
   EXPECT_EQ(world.trace(), lines);
-  EXPECT_EQ(world.tagsOf(1, Product), AllTags);
+  EXPECT_EQ(world.tagsOf(1, Product), ExplorerTags);
   const auto bar = *world.bar(1, Product);
   EXPECT_TRUE(bar.visible);
   EXPECT_EQ(bar.position, office::BarPosition::Top);
@@ -82,7 +80,7 @@ TEST_F(ExplorerTest, ASelectionBringsTheToolbarAtOnceAndNamesTheItemLater) {
   for (const auto& [name, shown] : captions) world.addContact(name);
   world.start();
   world.select(u"Contacts", u"Meier");
-  EXPECT_EQ(world.tagsOf(1, Product), AllTags);
+  EXPECT_EQ(world.tagsOf(1, Product), ExplorerTags);
   EXPECT_EQ(world.control(1, u"CxBtAction").caption, u"Actions");
   world.machine.advance(399);
   EXPECT_EQ(world.control(1, u"CxBtAction").caption, u"Actions");
@@ -144,11 +142,11 @@ TEST_F(ExplorerTest, BarsOfOtherNamesAndLayoutsAreTakenOver) {
     auto tags = *world.tagsOf(1, Product);
     EXPECT_EQ(world.window(1).bars.size(), 1u);
     std::ranges::sort(tags);
-    auto expected = AllTags;
+    auto expected = ExplorerTags;
     std::ranges::sort(expected);
     EXPECT_EQ(tags, expected);
     if (c.tags.size() == 3) {
-      EXPECT_EQ(world.tagsOf(1, Product), AllTags) << "emptied and rebuilt";
+      EXPECT_EQ(world.tagsOf(1, Product), ExplorerTags) << "emptied and rebuilt";
     }
     EXPECT_NE(world.control(1, u"CxBtDial").parameter, u"");
     world.stop();
@@ -169,9 +167,9 @@ TEST_F(ExplorerTest, TheBarOutlivesOutlookHiddenAndIsFoundAgain) {
     EXPECT_FALSE(drawn.happened()) << "nothing new to draw";
   }
   EXPECT_TRUE(world.traced(u"Debug:   Re-use command bar Velnor "));
-  EXPECT_EQ(world.tagsOf(1, Product), AllTags);
+  EXPECT_EQ(world.tagsOf(1, Product), ExplorerTags);
   EXPECT_TRUE(world.bar(1, Product)->visible);
-  EXPECT_EQ(world.control(1, AllTags[1]).style, office::ButtonStyle{2});
+  EXPECT_EQ(world.control(1, ExplorerTags[1]).style, office::ButtonStyle{2});
   // Switched off by the user it goes for good, and each window lets go of it.
   world.host->openExplorer();
   world.machine.advance(25'000);
@@ -262,7 +260,7 @@ TEST_F(ExplorerTest, TheBarsAreLookedForAgainWhereOfficeIsNotReady) {
     for (int call = 1; call <= 8; ++call) {
       SCOPED_TRACE(testing::Message() << (kept ? "kept bar, call " : "no bar yet, call ") << call);
       world.bars.explorers.clear();
-      if (kept) world.bars.explorers = {simulator::storedBar(Product, AllTags)};
+      if (kept) world.bars.explorers = {simulator::storedBar(Product, ExplorerTags)};
       world.start();
       world.forget();
       notReady.call = call;
@@ -270,7 +268,7 @@ TEST_F(ExplorerTest, TheBarsAreLookedForAgainWhereOfficeIsNotReady) {
       world.machine.advance(21'000);
       world.boundary.setObserver(nullptr);
       EXPECT_EQ(world.window(1).bars.size(), 1u);
-      EXPECT_EQ(world.tagsOf(1, Product), AllTags);
+      EXPECT_EQ(world.tagsOf(1, Product), ExplorerTags);
       // Only the call that adds the bar can't be made up for by a later one of the same build.
       EXPECT_EQ(world.count(u"Error:   ...failed: Automation error (no active Explorer yet?)"),
                 !kept && call == 8 ? 1u : 0u);
@@ -286,7 +284,7 @@ TEST_F(ExplorerTest, WithoutBarsEachTickTriesAgain) {
   EXPECT_EQ(world.count(u"Error:   ...failed: Automation error (no active Explorer yet?)"), 4u);
   world.host->restoreMember(u"Explorer", u"CommandBars");
   world.machine.advance(300);
-  EXPECT_EQ(world.tagsOf(1, Product), AllTags);
+  EXPECT_EQ(world.tagsOf(1, Product), ExplorerTags);
   // A window that is closed before gets none and is not tried for.
   const int second = world.host->openExplorer();
   world.host->close(second);
@@ -298,7 +296,7 @@ TEST_F(ExplorerTest, AControlThatTakesNoTagDoesNotStay) {
   world.start();
   world.host->failMember(u"CommandBarComboBox", u"Tag");
   world.machine.advance(21'000);
-  EXPECT_EQ(world.tagsOf(1, Product), Texts(AllTags.begin() + 1, AllTags.end()));
+  EXPECT_EQ(world.tagsOf(1, Product), Texts(ExplorerTags.begin() + 1, ExplorerTags.end()));
   world.host->restoreMember(u"CommandBarComboBox", u"Tag");
   // Closed before the tag is set.
   for (const char16_t* member : {u"Width", u"TooltipText"}) {
@@ -421,7 +419,7 @@ TEST_F(ExplorerTest, TicksDoNothingWhileAnInspectorIsEquippedOrATickRuns) {
   const Once ticks(world.boundary, u"Clock", u"pumpMessages", [] { cxol::GeneralTick(); });
   cxol::GeneralTick();
   EXPECT_EQ(world.count(u"Debug:   Time re-entered. Exit here."), 1u);
-  EXPECT_EQ(world.tagsOf(1, Product), AllTags);
+  EXPECT_EQ(world.tagsOf(1, Product), ExplorerTags);
 }
 
 TEST_F(ExplorerTest, WithoutTimersTheFirstSelectionStillBringsTheToolbar) {
@@ -430,7 +428,7 @@ TEST_F(ExplorerTest, WithoutTimersTheFirstSelectionStillBringsTheToolbar) {
   world.start();
   EXPECT_TRUE(world.traced(u"Error:   Failed to start timer."));
   world.select(u"Contacts", u"Meier");
-  EXPECT_EQ(world.tagsOf(1, Product), AllTags);
+  EXPECT_EQ(world.tagsOf(1, Product), ExplorerTags);
 }
 
 TEST_F(ExplorerTest, AHostThatFailsLeavesTheRestInPlace) {
@@ -438,7 +436,7 @@ TEST_F(ExplorerTest, AHostThatFailsLeavesTheRestInPlace) {
   world.host->failMember(u"CommandBarControl", u"TooltipText");
   world.host->failMember(u"CommandBar", u"Position");
   world.machine.advance(25'000);
-  EXPECT_EQ(world.tagsOf(1, Product), AllTags);
+  EXPECT_EQ(world.tagsOf(1, Product), ExplorerTags);
   EXPECT_EQ(world.control(1, u"CxBtDial").tooltip, u"");
   EXPECT_EQ(world.control(1, u"CxBtDial").caption, u"Dial");
   world.host->failMember(u"Explorer", u"Selection");

@@ -10,8 +10,7 @@ namespace {
 
 using cxol::globals;
 
-const Texts AllTags = {u"CxBtDial", u"CxBtDrop", u"CxBtAction"};
-constexpr std::u16string_view Product = u"Velnor ";
+const Texts InspectorTags = {u"CxBtDial", u"CxBtDrop", u"CxBtAction"};
 
 class InspectorTest : public testing::Test {
  protected:
@@ -33,7 +32,7 @@ class InspectorTest : public testing::Test {
 TEST_F(InspectorTest, AContactGetsItsToolbar) {
   startWithContacts();
   const int window = world.host->openItem(u"Meier");
-  EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+  EXPECT_EQ(world.tagsOf(window, Product), InspectorTags);
   const auto bar = *world.bar(window, Product);
   EXPECT_TRUE(bar.visible);
   EXPECT_EQ(bar.position, office::BarPosition::Top);
@@ -112,7 +111,7 @@ TEST_F(InspectorTest, FoundBarsAreTakenOver) {
     Texts tags;
     const char16_t* line;
   } cases[] = {
-      {u"!!VELNOR_NEUTRAL!!", AllTags, u"Debug:   1. Tag = CxBtDial"},
+      {u"!!VELNOR_NEUTRAL!!", InspectorTags, u"Debug:   1. Tag = CxBtDial"},
       {u"Ondaris Station 1", {u"CxBtDrop"}, u"Debug:   Try to create button CxBtDial"},
       {u"Ondaris Station 2",
        {u"CxBtDial", u"CxBtDrop", u"CxBtIncognito"},
@@ -123,7 +122,7 @@ TEST_F(InspectorTest, FoundBarsAreTakenOver) {
       // Its test button goes with the others: the dial button is a new one.
       {u"Ondaris Station 2", {u"CxBtTransfer", u"x"}, u"Debug:   Create button CxBtDial"},
       {u"Velnor", {u"CxBtDial", u"CxBtAction"}, u"Debug:   Create button CxBtDrop"},
-      {u"Velnor", AllTags, u"Debug:   3. Tag = CxBtAction"},
+      {u"Velnor", InspectorTags, u"Debug:   3. Tag = CxBtAction"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(automation::Error(0, c.line).what());
@@ -132,13 +131,13 @@ TEST_F(InspectorTest, FoundBarsAreTakenOver) {
     startWithContacts();
     const Once drawn(world.boundary, u"Clock", u"pumpMessages", [] {});
     const int window = world.host->openItem(u"Meier");
-    EXPECT_EQ(drawn.count(), c.tags == AllTags ? 0 : 1) << "new buttons are drawn at once";
+    EXPECT_EQ(drawn.count(), c.tags == InspectorTags ? 0 : 1) << "new buttons are drawn at once";
     EXPECT_TRUE(world.traced(u"Debug:   Re-use inspector commandbar: " + std::u16string(c.name)));
     EXPECT_TRUE(world.traced(c.line));
     EXPECT_EQ(world.window(window).bars.size(), 1u);
     auto tags = *world.tagsOf(window, Product);
     std::ranges::sort(tags);
-    auto expected = AllTags;
+    auto expected = InspectorTags;
     std::ranges::sort(expected);
     EXPECT_EQ(tags, expected);
     world.stop();
@@ -155,11 +154,11 @@ TEST_F(InspectorTest, AProtectedBarIsReplaced) {
   EXPECT_EQ(drawn.count(), 2) << "without the old bar, and with the new buttons";
   EXPECT_TRUE(world.traced(
       u"Debug:   Create new inspector commandbar, because re-use not possible: Velnor "));
-  EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+  EXPECT_EQ(world.tagsOf(window, Product), InspectorTags);
 }
 
 TEST_F(InspectorTest, AnEmptyBarIsWaitedForUpToTwentyBuilds) {
-  auto bar = simulator::storedBar(u"Velnor ", {u"CxBtDial", u"CxBtDrop", u"CxBtAction"});
+  auto bar = simulator::storedBar(Product, {u"CxBtDial", u"CxBtDrop", u"CxBtAction"});
   bar.emptyActivations = 1'000;
   world.bars.inspectors = {bar};
   startWithContacts();
@@ -179,7 +178,7 @@ TEST_F(InspectorTest, AnEmptyBarIsWaitedForUpToTwentyBuilds) {
   EXPECT_TRUE(
       world.traced(u"Debug:   No Buttons found after 20 retries. Continue anyway, re-create "
                    u"commandbar if necessary."));
-  EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+  EXPECT_EQ(world.tagsOf(window, Product), InspectorTags);
   EXPECT_EQ(world.control(window, u"CxBtDial").picture, u"dial");
   world.forget();
   world.host->activate(window);
@@ -187,7 +186,7 @@ TEST_F(InspectorTest, AnEmptyBarIsWaitedForUpToTwentyBuilds) {
 }
 
 TEST_F(InspectorTest, ABarThatOfficeFillsInTimeIsUsedAsItIs) {
-  auto bar = simulator::storedBar(u"Velnor ", AllTags);
+  auto bar = simulator::storedBar(Product, InspectorTags);
   bar.emptyActivations = 3;
   world.bars.inspectors = {bar};
   startWithContacts();
@@ -195,16 +194,16 @@ TEST_F(InspectorTest, ABarThatOfficeFillsInTimeIsUsedAsItIs) {
   for (int i = 0; i < 4; ++i) world.host->activate(window);
   EXPECT_TRUE(world.traced(u"Debug:   3 Buttons found:"));
   EXPECT_FALSE(world.traced(u"Debug:   Create button CxBtDial"));
-  EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+  EXPECT_EQ(world.tagsOf(window, Product), InspectorTags);
 }
 
 TEST_F(InspectorTest, TheTimerKeepsTryingToo) {
-  auto bar = simulator::storedBar(u"Velnor ", {});
+  auto bar = simulator::storedBar(Product, {});
   world.bars.inspectors = {bar};
   startWithContacts();
   const int window = world.host->openItem(u"Meier");
   world.machine.advance(12'000 + 20 * 300);
-  EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+  EXPECT_EQ(world.tagsOf(window, Product), InspectorTags);
 }
 
 TEST_F(InspectorTest, AnActivationInTheMiddleOfABuildIsPassedOver) {
@@ -215,7 +214,7 @@ TEST_F(InspectorTest, AnActivationInTheMiddleOfABuildIsPassedOver) {
   });
   const int window = world.host->openItem(u"Meier");
   EXPECT_TRUE(world.traced(u"Debug:   OlEvents.Connect() reentered!"));
-  EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+  EXPECT_EQ(world.tagsOf(window, Product), InspectorTags);
   EXPECT_FALSE(globals().g_colInspectors.item(1)->NeedConnect());
 }
 
@@ -228,7 +227,7 @@ TEST_F(InspectorTest, AFailingBuildIsLoggedAndTriedAgain) {
   EXPECT_EQ(world.tagsOf(window, Product), Texts{}) << "no half-made button is left to pile up";
   world.host->restoreMember(u"CommandBarControl", u"BeginGroup");
   world.machine.advance(12'000 + 20 * 300);
-  EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+  EXPECT_EQ(world.tagsOf(window, Product), InspectorTags);
 }
 
 TEST_F(InspectorTest, ABlankButtonDoesNotOutliveItsBuild) {
@@ -286,7 +285,7 @@ TEST_F(InspectorTest, ADialButtonThatComesLateLeavesTheTestButtonToNobody) {
   world.host->setControlsAddHook(
       [&](int) { world.host->restoreMember(u"CommandBar", u"FindControl"); });
   const int window = world.host->openItem(u"Meier");
-  EXPECT_EQ(world.tagsOf(window, Product), AllTags);
+  EXPECT_EQ(world.tagsOf(window, Product), InspectorTags);
   EXPECT_TRUE(world.traced(u"Debug:   Create button CxBtDrop"));
 }
 
@@ -389,7 +388,7 @@ TEST_F(InspectorTest, AWindowWhoseCloseWasMissedIsPurged) {
   world.host->openItem(u"Ibsen");
   EXPECT_EQ(globals().g_colInspectors.count(), 2);
   EXPECT_EQ(world.count(u"Debug:   Destroy inspector"), 1u);
-  EXPECT_EQ(world.tagsOf(kept, Product), AllTags);
+  EXPECT_EQ(world.tagsOf(kept, Product), InspectorTags);
 }
 
 TEST_F(InspectorTest, AWindowThatOpensWhileAnotherDoesKeepsItsToolbar) {

@@ -3,11 +3,11 @@
 #include <typeinfo>
 
 namespace {
-std::size_t count;
+std::size_t thrown;
 }
 
 std::size_t tests::raised() noexcept {
-  return count;
+  return thrown;
 }
 
 // The linker leads each throw to the second, and the first to the compiler's own function.
@@ -20,7 +20,7 @@ using Destroy = void (*)(void* object);
                              Destroy destroy) __asm__("__wrap___cxa_throw");
 
 void countThrow(void* object, std::type_info* type, Destroy destroy) {
-  ++count;
+  ++thrown;
   throwOn(object, type, destroy);
 }
 }

@@ -213,7 +213,7 @@ TEST_F(RibbonTest, OldBarsGoFromTheInspectorOnly) {
   world.bars.inspectors = {simulator::storedBar(u"Ondaris Station 2", {u"CxBtDial"}),
                            simulator::storedBar(u"!!VELNOR_NEUTRAL!!"),
                            simulator::storedBar(u"Somebody else's")};
-  world.bars.explorers = {simulator::storedBar(u"Velnor ", {u"CxBtDial"})};
+  world.bars.explorers = {simulator::storedBar(Product, {u"CxBtDial"})};
   world.start(Outlook2007);
   const int window = world.host->openItem(u"Meier");
   ASSERT_EQ(world.window(window).bars.size(), 1u);

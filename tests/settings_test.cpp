@@ -6,6 +6,7 @@
 #include "state/process.h"
 #include "state/settings.h"
 #include "tests/World.h"
+#include "tests/registryValues.h"
 
 namespace tests {
 namespace {
@@ -13,16 +14,6 @@ namespace {
 using platform::RegistryType;
 using platform::RegistryValue;
 using namespace std::string_view_literals;
-
-RegistryValue bytes(RegistryType type, std::initializer_list<int> values) {
-  RegistryValue value{type, {}, {}};
-  for (const int byte : values) value.bytes.push_back(static_cast<std::byte>(byte));
-  return value;
-}
-
-RegistryValue text(RegistryType type, std::u16string_view content) {
-  return {type, std::u16string(content), {}};
-}
 
 class SettingsTest : public testing::Test {
  protected:

@@ -13,13 +13,14 @@ using simulator::Crossing;
 constexpr std::u16string_view ExplorerSource = u"{0006304F-0000-0000-C000-000000000046}";
 constexpr std::u16string_view ButtonSource = u"{000C0351-0000-0000-C000-000000000046}";
 
-struct Row {
+/// A call in the middle of which it happens.
+struct Moment {
   const char* why;
   std::u16string_view owner;
   std::u16string_view member;
 };
 
-class SweepRegressionTest : public testing::TestWithParam<Row> {
+class SweepRegressionTest : public testing::TestWithParam<Moment> {
  protected:
   /// Plays until Outlook or the add-in is gone.
   void play() {
@@ -75,22 +76,22 @@ TEST_P(SweepRegressionTest, LeftByOutlookInTheMiddleOfACallItHoldsNothing) {
   expectNothingLeft();
 }
 
-INSTANTIATE_TEST_SUITE_P(, SweepRegressionTest,
-                         testing::Values(Row{"ProgId", u"COMAddIn", u"ProgId"},
-                                         Row{"Explorers", u"Application", u"Explorers"},
-                                         Row{"Inspectors", u"Application", u"Inspectors"},
-                                         Row{"FirstWindow", u"Application", u"ActiveExplorer"},
-                                         Row{"HelperInit", u"MapiHelper", u"init"},
-                                         Row{"WindowSubscription", u"Explorer", ExplorerSource},
-                                         Row{"ToolbarSought", u"Explorer", u"CommandBars"},
-                                         Row{"ControlAdded", u"CommandBarControls", u"Add"},
-                                         Row{"ButtonSubscription", u"CommandBarButton",
-                                             ButtonSource},
-                                         Row{"ButtonConfigured", u"CommandBarButton", u"Parameter"},
-                                         Row{"InspectorItem", u"Inspector", u"CurrentItem"},
-                                         Row{"InspectorBars", u"Inspector", u"CommandBars"},
-                                         Row{"InspectorKind", u"Inspector", u"IsWordMail"}),
-                         [](const auto& row) { return std::string(row.param.why); });
+INSTANTIATE_TEST_SUITE_P(
+    , SweepRegressionTest,
+    testing::Values(Moment{"ProgId", u"COMAddIn", u"ProgId"},
+                    Moment{"Explorers", u"Application", u"Explorers"},
+                    Moment{"Inspectors", u"Application", u"Inspectors"},
+                    Moment{"FirstWindow", u"Application", u"ActiveExplorer"},
+                    Moment{"HelperInit", u"MapiHelper", u"init"},
+                    Moment{"WindowSubscription", u"Explorer", ExplorerSource},
+                    Moment{"ToolbarSought", u"Explorer", u"CommandBars"},
+                    Moment{"ControlAdded", u"CommandBarControls", u"Add"},
+                    Moment{"ButtonSubscription", u"CommandBarButton", ButtonSource},
+                    Moment{"ButtonConfigured", u"CommandBarButton", u"Parameter"},
+                    Moment{"InspectorItem", u"Inspector", u"CurrentItem"},
+                    Moment{"InspectorBars", u"Inspector", u"CommandBars"},
+                    Moment{"InspectorKind", u"Inspector", u"IsWordMail"}),
+    [](const auto& row) { return std::string(row.param.why); });
 
 /// Fails one operation of a service for good.
 class Failing : public simulator::CrossingObserver {

@@ -4,6 +4,7 @@
 #include "infra/modRegistry.h"
 #include "state/process.h"
 #include "tests/World.h"
+#include "tests/registryValues.h"
 
 namespace tests {
 namespace {
@@ -130,20 +131,6 @@ TEST_F(TraceTest, LooksForTheLibraryInTheGermanFolderWhenTheSystemTellsNone) {
   cxol::LogDebug(u"x");
   EXPECT_EQ(world.machine.loggingLibrary.loads(),
             Texts{u"c:\\Programme\\Gemeinsame Dateien\\K9T\\K9tLogVB.dll"});
-}
-
-RegistryValue bytes(RegistryType type, std::initializer_list<int> values) {
-  RegistryValue value;
-  value.type = type;
-  for (const int byte : values) value.bytes.push_back(static_cast<std::byte>(byte));
-  return value;
-}
-
-RegistryValue text(RegistryType type, std::u16string_view content) {
-  RegistryValue value;
-  value.type = type;
-  value.text = content;
-  return value;
 }
 
 TEST_F(TraceTest, PlainReadsTellWhatTheRegistryHolds) {

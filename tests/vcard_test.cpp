@@ -17,11 +17,11 @@ using simulator::MailboxItem;
 using simulator::propertyText;
 using simulator::readMailbox;
 
-using Texts = std::map<std::u16string, std::u16string>;
+using Filled = std::map<std::u16string, std::u16string>;
 
 /// The texts of a contact that are not empty, without those that only repeat others.
-Texts filled(const MailboxItem& contact) {
-  Texts texts;
+Filled filled(const MailboxItem& contact) {
+  Filled texts;
   for (const auto& [name, value] : contact.properties)
     if (name != u"MessageClass" && name != u"Subject" && !value.toText().empty())
       texts[name] = value.toText();
@@ -66,28 +66,28 @@ TEST(VCardReader, ReadsACardAsOutlookWritesIt) {
                             "PHOTO;TYPE=JPEG;ENCODING=BASE64:\r\n"
                             " /9j/4AAQSkZJRgABAQ\r\n"
                             "\r\n");
-  EXPECT_EQ(filled(contact), (Texts{{u"LastName", u"Müller"},
-                                    {u"FirstName", u"Jürgen"},
-                                    {u"LastNameAndFirstName", u"Müller, Jürgen"},
-                                    {u"FullName", u"Dr. Jürgen Müller"},
-                                    {u"CompanyName", u"Müller & Söhne"},
-                                    {u"Department", u"Einkauf"},
-                                    {u"Body", u"Größe = 7"},
-                                    {u"Email1Address", u"j@example.org"},
-                                    {u"BusinessTelephoneNumber", u"030 23125 101"},
-                                    {u"Business2TelephoneNumber", u"030 23125 102"},
-                                    {u"HomeTelephoneNumber", u"030 23125 103"},
-                                    {u"Home2TelephoneNumber", u"030 23125 104"},
-                                    {u"MobileTelephoneNumber", u"030 23125 105"},
-                                    {u"CarTelephoneNumber", u"030 23125 106"},
-                                    {u"OtherTelephoneNumber", u"030 23125 107"},
-                                    {u"PrimaryTelephoneNumber", u"030 23125 108"},
-                                    {u"PagerNumber", u"030 23125 109"},
-                                    {u"ISDNNumber", u"030 23125 110"},
-                                    {u"AssistantTelephoneNumber", u"030 23125 111"},
-                                    {u"CallbackTelephoneNumber", u"030 23125 112"},
-                                    {u"CompanyMainTelephoneNumber", u"030 23125 113"},
-                                    {u"RadioTelephoneNumber", u"030 23125 114"}}));
+  EXPECT_EQ(filled(contact), (Filled{{u"LastName", u"Müller"},
+                                     {u"FirstName", u"Jürgen"},
+                                     {u"LastNameAndFirstName", u"Müller, Jürgen"},
+                                     {u"FullName", u"Dr. Jürgen Müller"},
+                                     {u"CompanyName", u"Müller & Söhne"},
+                                     {u"Department", u"Einkauf"},
+                                     {u"Body", u"Größe = 7"},
+                                     {u"Email1Address", u"j@example.org"},
+                                     {u"BusinessTelephoneNumber", u"030 23125 101"},
+                                     {u"Business2TelephoneNumber", u"030 23125 102"},
+                                     {u"HomeTelephoneNumber", u"030 23125 103"},
+                                     {u"Home2TelephoneNumber", u"030 23125 104"},
+                                     {u"MobileTelephoneNumber", u"030 23125 105"},
+                                     {u"CarTelephoneNumber", u"030 23125 106"},
+                                     {u"OtherTelephoneNumber", u"030 23125 107"},
+                                     {u"PrimaryTelephoneNumber", u"030 23125 108"},
+                                     {u"PagerNumber", u"030 23125 109"},
+                                     {u"ISDNNumber", u"030 23125 110"},
+                                     {u"AssistantTelephoneNumber", u"030 23125 111"},
+                                     {u"CallbackTelephoneNumber", u"030 23125 112"},
+                                     {u"CompanyMainTelephoneNumber", u"030 23125 113"},
+                                     {u"RadioTelephoneNumber", u"030 23125 114"}}));
 }
 
 TEST(VCardReader, UnderstandsTheFormsOfALine) {
@@ -142,7 +142,7 @@ TEST(VCardReader, UnderstandsTheFormsOfALine) {
 TEST(VCardReader, PlacesNumbersByType) {
   struct Row {
     const char* lines;
-    Texts numbers;
+    Filled numbers;
   };
   const Row rows[] = {
       {"TEL;TYPE=WORK,CELL:1\nTEL;TYPE=WORK:2\n",
@@ -174,7 +174,7 @@ TEST(VCardReader, PlacesNumbersByType) {
        {{u"OtherTelephoneNumber", u"+49 30 x5 6"}, {u"HomeTelephoneNumber", u"5%20;ext=6"}}},
   };
   for (const Row& row : rows) {
-    Texts numbers = filled(card("3.0", std::string("FN:Eva\n") + row.lines));
+    Filled numbers = filled(card("3.0", std::string("FN:Eva\n") + row.lines));
     numbers.erase(u"FullName");
     numbers.erase(u"FirstName");
     numbers.erase(u"LastNameAndFirstName");

@@ -11,7 +11,7 @@ namespace {
 
 using nlohmann::json;
 
-std::string kindOf(const json& value) {
+std::string typeName(const json& value) {
   switch (value.type()) {
     case json::value_t::null: return "null";
     case json::value_t::object: return "object";
@@ -182,7 +182,7 @@ void JsonNode::failExpected(const std::string& expected, const std::string& foun
 }
 
 void JsonNode::failExpected(const std::string& expected) const {
-  failExpected(expected, kindOf(*value_));
+  failExpected(expected, typeName(*value_));
 }
 
 json parseJson(std::string_view text, std::string_view file) {

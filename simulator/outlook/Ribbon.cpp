@@ -82,9 +82,9 @@ bool isFalse(std::string_view value) {
 }
 
 /// Reads markup whose elements and attributes are known ones.
-class Reader {
+class MarkupReader {
  public:
-  explicit Reader(std::u16string_view ribbonId) : ribbonId_(ribbonId) {}
+  explicit MarkupReader(std::u16string_view ribbonId) : ribbonId_(ribbonId) {}
 
   /// The root has passed the test of its elements: each level has one kind of children or two.
   RibbonView read(const MarkupElement& root) {
@@ -162,7 +162,7 @@ RibbonView readRibbon(std::u16string_view markup, std::u16string_view ribbonId) 
   try {
     const MarkupElement root = readMarkup(markup);
     requireKnown(root, "");
-    return Reader(ribbonId).read(root);
+    return MarkupReader(ribbonId).read(root);
   } catch (const MarkupError& error) {
     none.problems.push_back(u"the markup is malformed: " + wide(error.what()));
   } catch (const Problem& problem) {

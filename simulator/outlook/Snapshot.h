@@ -30,6 +30,8 @@ struct ControlView {
   bool visible = true;
   bool enabled = true;
 
+  /// What it is told apart by.
+  const std::u16string& name() const { return tag.empty() ? caption : tag; }
   bool isBox() const { return type == office::ControlType::Edit; }
   /// What of picture and caption is shown; with the automatic style one of the two.
   bool showsPicture() const {

@@ -110,7 +110,7 @@ const WindowView& findWindow(const Snapshot& snapshot, std::u16string_view name,
     if (toUtf8(name) == number) return window;
     open += (open.empty() ? "" : ", ") + number;
   }
-  throw Mistake("no window " + quoted(name) + "; open are " + open);
+  throw Mistake("no window " + inQuotes(name) + "; open are " + open);
 }
 
 std::size_t findTitle(const std::vector<std::u16string>& titles, std::u16string_view title,
@@ -131,16 +131,16 @@ std::size_t findTitle(const std::vector<std::u16string>& titles, std::u16string_
   if (fitting.empty())
     for (std::size_t i = 0; i < titles.size(); ++i) fitting.push_back(i);
   else
-    throw Mistake(quoted(title) + " fits more than one " + std::string(what) + ": " +
-                  quoted(titles[fitting[0]]) + ", " + quoted(titles[fitting[1]]));
+    throw Mistake(inQuotes(title) + " fits more than one " + std::string(what) + ": " +
+                  inQuotes(titles[fitting[0]]) + ", " + inQuotes(titles[fitting[1]]));
   if (const auto near = nearest(title, titles))
-    throw Mistake("no " + std::string(what) + " " + quoted(title) + "; did you mean " +
-                  quoted(titles[*near]) + "?");
+    throw Mistake("no " + std::string(what) + " " + inQuotes(title) + "; did you mean " +
+                  inQuotes(titles[*near]) + "?");
   std::string there;
   for (std::size_t i = 0; i < fitting.size() && i < most; ++i)
-    there += (i ? ", " : "") + quoted(titles[fitting[i]]);
+    there += (i ? ", " : "") + inQuotes(titles[fitting[i]]);
   if (fitting.size() > most) there += ", ...";
-  throw Mistake("no " + std::string(what) + " " + quoted(title) + "; there is " +
+  throw Mistake("no " + std::string(what) + " " + inQuotes(title) + "; there is " +
                 (there.empty() ? "none at all" : there));
 }
 

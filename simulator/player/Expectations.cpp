@@ -44,7 +44,7 @@ Verdict judgeMenu(Player& player, Arguments& args, bool denied) {
   std::vector<const platform::PopupEntry*> entries;
   if (player.menu()) entries = allEntries(*player.menu());
   for (const platform::PopupEntry* entry : entries)
-    there.push_back(quoted(shownCaption(entry->caption)) + (entry->enabled ? "" : " (disabled)"));
+    there.push_back(inQuotes(shownCaption(entry->caption)) + (entry->enabled ? "" : " (disabled)"));
   const std::string found = player.menu() ? "a menu with " + listed(there) : "no menu open";
 
   if (wanted.empty())
@@ -54,7 +54,7 @@ Verdict judgeMenu(Player& player, Arguments& args, bool denied) {
   std::string expected = denied ? "no menu entry " : disabled ? "disabled entry " : "menu entry ";
   bool all = true;
   for (const std::u16string& text : wanted) {
-    expected += (text == wanted.front() ? "" : ", ") + quoted(text);
+    expected += (text == wanted.front() ? "" : ", ") + inQuotes(text);
     from = std::find_if(from, entries.end(), [&](const platform::PopupEntry* entry) {
       return shownCaption(entry->caption) == text && !(disabled && entry->enabled);
     });
@@ -80,11 +80,11 @@ Verdict judgeTold(Player& player, Arguments& args, bool denied) {
   bool said = false;
   for (const Note& note : player.journal().notes(sinceStart)) {
     if (note.kind != Note::Kind::Told) continue;
-    told.push_back(quoted(note.text));
+    told.push_back(inQuotes(note.text));
     said = said || saysTold(note.text, wanted);
   }
   if (nothing) return {told.empty() != denied, "the client told nothing", listed(told)};
-  return {said != denied, (denied ? "the client not told " : "the client told ") + quoted(wanted),
+  return {said != denied, (denied ? "the client not told " : "the client told ") + inQuotes(wanted),
           listed(told)};
 }
 
@@ -98,10 +98,10 @@ Verdict judgeTrace(Player& player, Arguments& args, bool denied) {
     if (note.kind != Note::Kind::Trace) continue;
     const std::u16string line = note.level + u": " + note.text;
     count += line.find(wanted) != line.npos;
-    written.insert(written.begin(), quoted(note.text));
+    written.insert(written.begin(), inQuotes(note.text));
   }
   return {(count > 0) != denied,
-          (denied ? "no trace line with " : "a trace line with ") + quoted(wanted),
+          (denied ? "no trace line with " : "a trace line with ") + inQuotes(wanted),
           denied ? std::to_string(count) : listed(written)};
 }
 
@@ -113,11 +113,11 @@ Verdict judgeBox(Player& player, Arguments& args, bool denied) {
   std::vector<std::string> shown;
   bool seen = false;
   for (const std::u16string& box : player.journal().boxes(sinceStart)) {
-    shown.push_back(quoted(box));
+    shown.push_back(inQuotes(box));
     seen = seen || any || box == wanted;
   }
   return {seen != denied,
-          (denied ? "no message box" : "a message box") + (any ? "" : " " + quoted(wanted)),
+          (denied ? "no message box" : "a message box") + (any ? "" : " " + inQuotes(wanted)),
           listed(shown)};
 }
 
@@ -161,8 +161,8 @@ Verdict judgeButton(Player& player, Arguments& args, bool denied) {
     const std::u16string found = control ? property(*control.view, index) : u"";
     return {
         (control && found == wanted) != denied,
-        (denied ? "no " : "") + subject + " with " + toUtf8(words[index]) + " " + quoted(wanted),
-        control ? quoted(found) : missing};
+        (denied ? "no " : "") + subject + " with " + toUtf8(words[index]) + " " + inQuotes(wanted),
+        control ? inQuotes(found) : missing};
   }
   bool holds = false;
   if (index == 5) holds = static_cast<bool>(visible);
@@ -190,7 +190,7 @@ Verdict judgeBar(Player& player, Arguments& args, bool denied) {
   const bool asked = is == state;
   return {denied && state != 2 ? !asked : asked,
           (denied && state != 2 ? "not " : "") + states[state] +
-              (name.empty() ? "" : " " + quoted(name)),
+              (name.empty() ? "" : " " + inQuotes(name)),
           states[is]};
 }
 
@@ -204,12 +204,12 @@ Verdict judgeRibbon(Player& player, Arguments& args, bool denied) {
   std::vector<std::string> tabs;
   bool there = false;
   for (const simulator::RibbonGroupView& group : window.ribbon) {
-    tabs.push_back(quoted(group.tab));
+    tabs.push_back(inQuotes(group.tab));
     there = there || tab.empty() || group.tab == tab;
   }
   return {there != denied,
           (denied ? "no group on the ribbon" : "a group on the ribbon") +
-              (tab.empty() ? "" : " of tab " + quoted(tab)),
+              (tab.empty() ? "" : " of tab " + inQuotes(tab)),
           listed(tabs)};
 }
 
@@ -233,8 +233,8 @@ Verdict judgeTitle(Player& player, Arguments& args, bool denied) {
   const Snapshot snapshot = player.stage().snapshot();
   const WindowView& window = takeWindow(snapshot, args);
   args.end();
-  return {(window.caption == wanted) != denied, "the title " + quoted(wanted),
-          quoted(window.caption)};
+  return {(window.caption == wanted) != denied, "the title " + inQuotes(wanted),
+          inQuotes(window.caption)};
 }
 
 Verdict judgeClipboard(Player& player, Arguments& args, bool denied) {
@@ -242,8 +242,8 @@ Verdict judgeClipboard(Player& player, Arguments& args, bool denied) {
   args.end();
   const std::u16string found = player.stage().copied();
   return {(found == wanted) != denied,
-          std::string(denied ? "the clipboard without " : "the clipboard with ") + quoted(wanted),
-          quoted(found)};
+          std::string(denied ? "the clipboard without " : "the clipboard with ") + inQuotes(wanted),
+          inQuotes(found)};
 }
 
 Verdict judgeTelephone(Player& player, Arguments& args, bool denied) {
@@ -251,11 +251,11 @@ Verdict judgeTelephone(Player& player, Arguments& args, bool denied) {
   args.end();
   const std::u16string found = player.stage().snapshot().telephone;
   return {(found.find(wanted) != found.npos) != denied,
-          std::string(denied ? "the telephone not " : "the telephone ") + quoted(wanted),
-          quoted(found)};
+          std::string(denied ? "the telephone not " : "the telephone ") + inQuotes(wanted),
+          inQuotes(found)};
 }
 
-constexpr Expectation table[] = {
+constexpr Expectation ExpectationTable[] = {
     {u"menu", "[no] menu [disabled] [\"Home: 030 1\" ...]",
      "the open menu, with these entries one below the other", true, judgeMenu},
     {u"told", "[no] told \"dial 0301\" [since start] | told nothing",
@@ -286,8 +286,8 @@ constexpr Expectation table[] = {
 Verdict judge(Player& player, Arguments& args) {
   const bool denied = args.skip(u"no") || args.skip(u"not");
   std::vector<std::u16string_view> words;
-  for (const Expectation& row : table) words.push_back(row.word);
-  const Expectation& row = table[args.choice(words)];
+  for (const Expectation& row : ExpectationTable) words.push_back(row.word);
+  const Expectation& row = ExpectationTable[args.choice(words)];
   if (denied && !row.deniable) throw Mistake(toUtf8(row.word) + " takes no \"no\"");
   return row.judge(player, args, denied);
 }
@@ -295,7 +295,7 @@ Verdict judge(Player& player, Arguments& args) {
 std::span<const std::string> expectationHelp() {
   static const std::vector<std::string> lines = [] {
     std::vector<std::string> list;
-    for (const Expectation& row : table) {
+    for (const Expectation& row : ExpectationTable) {
       list.push_back("    expect " + std::string(row.synopsis));
       list.push_back("          " + std::string(row.help));
     }

@@ -7,14 +7,11 @@
 namespace scenario {
 namespace {
 
-bool isBlank(char16_t c) {
+bool isSpace(char16_t c) {
   return c == u' ' || c == u'\t' || c == u'\r' || c == u'\u00A0';
 }
 bool separates(char16_t c) {
-  return isBlank(c) || c == u',';
-}
-bool isDigit(char16_t c) {
-  return c >= u'0' && c <= u'9';
+  return isSpace(c) || c == u',';
 }
 
 /// Reads a quoted text; `at` stands on the opening quote and ends behind the closing one, which a
@@ -38,7 +35,7 @@ std::u16string readQuoted(std::u16string_view line, std::size_t& at) {
     }
     text += line[at];
   }
-  throw Mistake("the text " + quoted(text) + " has no closing quotation mark");
+  throw Mistake("the text " + inQuotes(text) + " has no closing quotation mark");
 }
 
 std::string joined(const std::vector<std::u16string_view>& words) {
@@ -98,7 +95,7 @@ bool Arguments::skip(std::u16string_view word) {
 std::size_t Arguments::choice(const std::vector<std::u16string_view>& words) {
   const Token& token = take(joined(words));
   if (token.quoted)
-    throw Mistake(quoted(token.text) +
+    throw Mistake(inQuotes(token.text) +
                   " stands where one of these words belongs: " + joined(words));
   return chooseWord(token.text, words, "here");
 }
@@ -114,14 +111,14 @@ bool Arguments::atNumber() const {
 
 std::int32_t Arguments::number(std::string_view expected) {
   if (!atEnd() && !atNumber())
-    throw Mistake(quoted(peek()->text) + " is not " + std::string(expected));
+    throw Mistake(inQuotes(peek()->text) + " is not " + std::string(expected));
   std::int32_t value = 0;
   for (const char16_t digit : take(expected).text) value = value * 10 + (digit - u'0');
   return value;
 }
 
 void Arguments::end() const {
-  if (!atEnd()) throw Mistake(quoted(peek()->text) + " is too much here");
+  if (!atEnd()) throw Mistake(inQuotes(peek()->text) + " is too much here");
 }
 
 std::size_t chooseWord(std::u16string_view typed, const std::vector<std::u16string_view>& words,
@@ -139,10 +136,10 @@ std::size_t chooseWord(std::u16string_view typed, const std::vector<std::u16stri
   if (fitting.empty()) {
     const auto near = nearest(typed, {words.begin(), words.end()});
     throw Mistake(
-        quoted(typed) + " is unknown " + std::string(what) +
+        inQuotes(typed) + " is unknown " + std::string(what) +
         (near ? "; did you mean " + toUtf8(words[*near]) + "?" : "; expected " + joined(words)));
   }
-  throw Mistake(quoted(typed) + " could be " + joined(fitting));
+  throw Mistake(inQuotes(typed) + " could be " + joined(fitting));
 }
 
 }  // namespace scenario

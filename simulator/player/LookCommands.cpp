@@ -105,25 +105,26 @@ void help(Player& player, Arguments& args) {
   if (command.word == u"expect") player.transcript().lines(expectationHelp());
 }
 
-constexpr Command table[] = {
-    {u"choose", "choose 2 | 3.1 | \"Caption part\"",
-     "choose an entry of the open menu; 2 alone does", Actor::Menu, choose},
-    {u"escape", "escape", "leave the open menu", Actor::Menu, escape},
-    {u"show", "show", "draw everything, with the items of the active window", Actor::Looker, show},
-    {u"folders", "folders", "list the folders of the mailbox", Actor::Looker, folders},
-    {u"trace", "trace on|off", "whether the add-in's trace lines are shown", Actor::Looker, trace},
-    {u"expect", "expect ...", "say what must hold; see: help expect", Actor::Looker, expect},
-    {u"native", "native only: reason", "the next line is for a simulated Outlook only",
-     Actor::Looker, nativeOnly},
-    {u"help", "help [group|command]", "the groups, one group, one command; also: ?", Actor::Looker,
-     help},
-    {u"exit", "exit", "end the scenario", Actor::Looker, leave},
-};
-
 }  // namespace
 
 std::span<const Command> lookCommands() {
-  return table;
+  static constexpr Command Rows[] = {
+      {u"choose", "choose 2 | 3.1 | \"Caption part\"",
+       "choose an entry of the open menu; 2 alone does", Actor::Menu, choose},
+      {u"escape", "escape", "leave the open menu", Actor::Menu, escape},
+      {u"show", "show", "draw everything, with the items of the active window", Actor::Looker,
+       show},
+      {u"folders", "folders", "list the folders of the mailbox", Actor::Looker, folders},
+      {u"trace", "trace on|off", "whether the add-in's trace lines are shown", Actor::Looker,
+       trace},
+      {u"expect", "expect ...", "say what must hold; see: help expect", Actor::Looker, expect},
+      {u"native", "native only: reason", "the next line is for a simulated Outlook only",
+       Actor::Looker, nativeOnly},
+      {u"help", "help [group|command]", "the groups, one group, one command; also: ?",
+       Actor::Looker, help},
+      {u"exit", "exit", "end the scenario", Actor::Looker, leave},
+  };
+  return Rows;
 }
 
 }  // namespace scenario

@@ -68,7 +68,7 @@ void bar(Player& player, Arguments& args) {
     } else {
       const std::u16string tag = args.text("tag");
       if (!tag.starts_with(u"Cx"))
-        throw Mistake(quoted(tag) + " is no tag such as CxBtDial, nor empty 20, nor refuses");
+        throw Mistake(inQuotes(tag) + " is no tag such as CxBtDial, nor empty 20, nor refuses");
       preset.tags.push_back(tag);
     }
   }
@@ -89,7 +89,7 @@ void time(Player& player, Arguments& args) {
     if (!good) break;
   }
   if (!good || part == 0 || parts[0] > 23)
-    throw Mistake(quoted(text) + " is no time; expected one such as 23:59:50");
+    throw Mistake(inQuotes(text) + " is no time; expected one such as 23:59:50");
   player.stage().setTime(parts[0], parts[1], parts[2]);
 }
 
@@ -120,7 +120,7 @@ std::uint32_t takeDuration(Arguments& args) {
   }
   constexpr double week = 7 * 86400e3;
   if (factor == 0 || read != number.size() || value * factor > week)
-    throw Mistake(quoted(text) + " is not " + expected + " (a week at most)");
+    throw Mistake(inQuotes(text) + " is not " + expected + " (a week at most)");
   return static_cast<std::uint32_t>(value * factor);
 }
 
@@ -147,39 +147,38 @@ void doctor(Player& player, Arguments& args) {
     player.transcript().line("    " + toUtf8(line));
 }
 
-constexpr Command table[] = {
-    {u"wait", "wait 21 | 400 ms | 3 s | 1 min", "let time pass, in seconds unless it says other",
-     Actor::World, wait},
-    {u"language", "language de|en|fr|it|es|pt | 3079", "the user's language", Actor::World,
-     language},
-    {u"registry", "registry HKCU\\Key\\Name = dword:1 | \"text\" | hex:01,00 | hex(7):... | -",
-     "set a registry value as in a .reg file; - removes it", Actor::World, registry},
-    {u"word", "word on|off", "whether Word edits the mails", Actor::World, word},
-    {u"ribbon", "ribbon early|late",
-     "whether a new window's ribbon is asked for before the window is in front, as at first, or "
-     "then",
-     Actor::World, ribbon},
-    {u"bar", "bar explorer|inspector \"Name\" [CxBtDial ...] [empty 20] [refuses]",
-     "a toolbar kept from earlier runs: with these buttons, empty for as many activations, "
-     "refusing new buttons",
-     Actor::World, bar},
-    {u"library", "library present|missing", "the logging library", Actor::World, library},
-    {u"mapi", "mapi present|missing|failing", "the MAPI helper", Actor::World, mapi},
-    {u"copy", "copy \"a text\"", "the user copies a text", Actor::World, copy},
-    {u"clipboard", "clipboard watched 30 ms | clipboard free",
-     "whether another program opens the clipboard for a while when something new is on it",
-     Actor::World, clipboard},
-    {u"time", "time 23:59:50", "set the clock", Actor::World, time},
-    {u"doctor", "doctor [cure]", "what velnor-doctor reports of this machine; cures what it can",
-     Actor::Looker, doctor},
-    {u"midnight", "midnight", "set the clock to one second before midnight", Actor::World,
-     midnight},
-};
-
 }  // namespace
 
 std::span<const Command> machineCommands() {
-  return table;
+  static constexpr Command Rows[] = {
+      {u"wait", "wait 21 | 400 ms | 3 s | 1 min", "let time pass, in seconds unless it says other",
+       Actor::World, wait},
+      {u"language", "language de|en|fr|it|es|pt | 3079", "the user's language", Actor::World,
+       language},
+      {u"registry", "registry HKCU\\Key\\Name = dword:1 | \"text\" | hex:01,00 | hex(7):... | -",
+       "set a registry value as in a .reg file; - removes it", Actor::World, registry},
+      {u"word", "word on|off", "whether Word edits the mails", Actor::World, word},
+      {u"ribbon", "ribbon early|late",
+       "whether a new window's ribbon is asked for before the window is in front, as at first, or "
+       "then",
+       Actor::World, ribbon},
+      {u"bar", "bar explorer|inspector \"Name\" [CxBtDial ...] [empty 20] [refuses]",
+       "a toolbar kept from earlier runs: with these buttons, empty for as many activations, "
+       "refusing new buttons",
+       Actor::World, bar},
+      {u"library", "library present|missing", "the logging library", Actor::World, library},
+      {u"mapi", "mapi present|missing|failing", "the MAPI helper", Actor::World, mapi},
+      {u"copy", "copy \"a text\"", "the user copies a text", Actor::World, copy},
+      {u"clipboard", "clipboard watched 30 ms | clipboard free",
+       "whether another program opens the clipboard for a while when something new is on it",
+       Actor::World, clipboard},
+      {u"time", "time 23:59:50", "set the clock", Actor::World, time},
+      {u"doctor", "doctor [cure]", "what velnor-doctor reports of this machine; cures what it can",
+       Actor::Looker, doctor},
+      {u"midnight", "midnight", "set the clock to one second before midnight", Actor::World,
+       midnight},
+  };
+  return Rows;
 }
 
 }  // namespace scenario

@@ -13,7 +13,7 @@ const PopupEntry& entryAt(const std::vector<PopupEntry>& menu, std::u16string_vi
   std::size_t number = 0;
   for (const char16_t digit : path.substr(0, point)) {
     if (digit < u'0' || digit > u'9' || number > 1000)
-      throw Mistake(quoted(path) +
+      throw Mistake(inQuotes(path) +
                     " is no entry; expected a number such as 2 or 3.1, or a "
                     "\"Caption\"");
     number = number * 10 + (digit - std::size_t{u'0'});

@@ -38,7 +38,7 @@ void startOutlook(Player& player, Arguments& args) {
   for (const Release& release : releases)
     if (version == release.year) version = release.version;
   if (version.empty() || version.find_first_not_of(u"0123456789.") != version.npos)
-    throw Mistake(quoted(version) + " is no version; expected one such as 11.0 or 2003");
+    throw Mistake(inQuotes(version) + " is no version; expected one such as 11.0 or 2003");
   if (player.stage().outlookRuns()) player.stage().quitOutlook();
   player.stage().startOutlook(version);
 }
@@ -164,7 +164,7 @@ FoundControl takeControl(const Snapshot& snapshot, Arguments& args, std::u16stri
   args.end();
   const FoundControl control = findControl(window, name, byCaption, false);
   if (!control)
-    throw Mistake("window " + std::to_string(window.number) + " shows no " + quoted(name) +
+    throw Mistake("window " + std::to_string(window.number) + " shows no " + inQuotes(name) +
                   "; it shows " + visibleControls(window));
   return control;
 }
@@ -194,7 +194,7 @@ void fail(Player& player, Arguments& args) {
   const std::u16string name = args.text("a member such as CommandBar.FindControl");
   const std::size_t dot = name.find(u'.');
   if (dot == 0 || dot >= name.size() - 1)
-    throw Mistake(quoted(name) + " is no member; expected one such as CommandBar.FindControl");
+    throw Mistake(inQuotes(name) + " is no member; expected one such as CommandBar.FindControl");
   FailureSpan span = FailureSpan::Lasting;
   if (!args.atEnd()) {
     constexpr std::array spans{FailureSpan::Once, FailureSpan::Over};
@@ -203,32 +203,6 @@ void fail(Player& player, Arguments& args) {
   args.end();
   runningOutlook(player).failMember(name.substr(0, dot), name.substr(dot + 1), span);
 }
-
-constexpr Command table[] = {
-    {u"outlook", "outlook 11.0", "start Outlook: 9.0, 10.0, 11.0, 12.0, or 2000 to 2007",
-     Actor::User, startOutlook},
-    {u"quit", "quit", "quit Outlook", Actor::User, quitOutlook},
-    {u"open", "open explorer [\"Folder\"] | open \"Item\" [in \"Folder\"]",
-     "open a main window, or the window of an item", Actor::User, open},
-    {u"new", "new mail|appointment|contact|task|journal|note|post",
-     "open the window of a new, unsent item", Actor::User, newItem},
-    {u"activate", "activate 2", "bring a window to the front, by number or \"Title\"", Actor::User,
-     activate},
-    {u"close", "close [2]", "close a window", Actor::User, close},
-    {u"folder", "folder \"Contacts\" [in 1]", "switch to a folder", Actor::User, switchFolder},
-    {u"select", "select \"Meier\" [\"Smith\" ...] | 3 | all | none [in 1]",
-     "select items of the folder, by a part of the title or by number", Actor::User, select},
-    {u"view", "view [in 1]", "switch the folder's view", Actor::User, switchView},
-    {u"click", "click dial|hangup|client|actions|\"Caption\" [in 2]",
-     "click a button of a window's toolbar or ribbon", Actor::User, click},
-    {u"type", "type \"0711 123\" [in 1]", "type into the dial box and press Enter", Actor::User,
-     type},
-    {u"addin", "addin off|on", "switch the add-in off or on, as in the COM add-ins dialog",
-     Actor::User, switchAddin},
-    {u"fail", "fail CommandBar.FindControl [once|off]",
-     "let a member of Outlook's objects raise an error: lasting, once, or no more", Actor::World,
-     fail},
-};
 
 }  // namespace
 
@@ -248,7 +222,32 @@ const WindowView& takeWindow(const Snapshot& snapshot, Arguments& args, bool exp
 }
 
 std::span<const Command> outlookCommands() {
-  return table;
+  static constexpr Command Rows[] = {
+      {u"outlook", "outlook 11.0", "start Outlook: 9.0, 10.0, 11.0, 12.0, or 2000 to 2007",
+       Actor::User, startOutlook},
+      {u"quit", "quit", "quit Outlook", Actor::User, quitOutlook},
+      {u"open", "open explorer [\"Folder\"] | open \"Item\" [in \"Folder\"]",
+       "open a main window, or the window of an item", Actor::User, open},
+      {u"new", "new mail|appointment|contact|task|journal|note|post",
+       "open the window of a new, unsent item", Actor::User, newItem},
+      {u"activate", "activate 2", "bring a window to the front, by number or \"Title\"",
+       Actor::User, activate},
+      {u"close", "close [2]", "close a window", Actor::User, close},
+      {u"folder", "folder \"Contacts\" [in 1]", "switch to a folder", Actor::User, switchFolder},
+      {u"select", "select \"Meier\" [\"Smith\" ...] | 3 | all | none [in 1]",
+       "select items of the folder, by a part of the title or by number", Actor::User, select},
+      {u"view", "view [in 1]", "switch the folder's view", Actor::User, switchView},
+      {u"click", "click dial|hangup|client|actions|\"Caption\" [in 2]",
+       "click a button of a window's toolbar or ribbon", Actor::User, click},
+      {u"type", "type \"0711 123\" [in 1]", "type into the dial box and press Enter", Actor::User,
+       type},
+      {u"addin", "addin off|on", "switch the add-in off or on, as in the COM add-ins dialog",
+       Actor::User, switchAddin},
+      {u"fail", "fail CommandBar.FindControl [once|off]",
+       "let a member of Outlook's objects raise an error: lasting, once, or no more", Actor::World,
+       fail},
+  };
+  return Rows;
 }
 
 }  // namespace scenario

@@ -37,7 +37,7 @@ void describe(std::vector<std::string>& lines, const std::vector<ControlView>& c
   for (const ControlView& control : controls) {
     if (!control.visible) continue;
     std::string line = "        " + padded(toUtf8(controlWord(control.tag)), 10) + " " +
-                       padded(quoted(shownCaption(control.caption)), 24);
+                       padded(inQuotes(shownCaption(control.caption)), 24);
     if (!control.tooltip.empty()) line += " " + toUtf8(control.tooltip);
     if (!control.enabled) line += " (disabled)";
     line.erase(line.find_last_not_of(' ') + 1);
@@ -50,7 +50,7 @@ std::string describeSelection(const WindowView& window) {
   std::string line = "    " + toUtf8(window.folder) + ", " + std::to_string(window.itemCount) +
                      (window.itemCount == 1 ? " item" : " items") + "; selected: ";
   for (std::size_t i = 0; i < window.selection.size() && i < most; ++i)
-    line += (i ? ", " : "") + quoted(window.selection[i]);
+    line += (i ? ", " : "") + inQuotes(window.selection[i]);
   if (window.selectedCount == 0) line += "none";
   if (window.selectedCount > most)
     line += " and " + std::to_string(window.selectedCount - most) + " more";

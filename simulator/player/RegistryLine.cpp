@@ -10,10 +10,6 @@
 namespace scenario {
 namespace {
 
-bool isDigit(char16_t c) {
-  return c >= u'0' && c <= u'9';
-}
-
 /// Besides what a registry file takes: a decimal number for a dword, "none" for "-".
 std::optional<platform::RegistryValue> readValue(std::u16string_view text) {
   const std::u16string_view word = trimmed(text.substr(0, text.find(u'#')));
@@ -28,7 +24,7 @@ std::optional<platform::RegistryValue> readValue(std::u16string_view text) {
     if (!scan.take(u'#') && !scan.atEnd()) scan.endOfLine();
     return value;
   } catch (const RegError& error) {
-    throw Mistake(quoted(word) + " is no value: " + error.message());
+    throw Mistake(inQuotes(word) + " is no value: " + error.message());
   }
 }
 
@@ -75,7 +71,7 @@ RegistryLine RegistryLine::read(std::u16string_view text) {
   if (first == path.npos || first == last) throw Mistake(expected);
   const RegRoot* root = findRegRoot(path.substr(0, first));
   if (!root || !root->root)
-    throw Mistake(quoted(path.substr(0, first)) + " is no root; expected HKCU, HKLM or HKCR");
+    throw Mistake(inQuotes(path.substr(0, first)) + " is no root; expected HKCU, HKLM or HKCR");
   line.root = *root->root;
   line.key = path.substr(first + 1, last - first - 1);
   line.name = path.substr(last + 1);

@@ -78,27 +78,29 @@ void vanish(Player& player, Arguments& args) {
   });
 }
 
-constexpr Command table[] = {
-    {u"client",
-     "client installed|missing|running|hidden | never window|object|service|nothing | error on|off",
-     "the telephony client: its state, what it never comes to offer, whether calls fail",
-     Actor::World, client},
-    {u"ring", "ring \"0711 123\"", "a call comes in", Actor::World, ring},
-    {u"connect", "connect", "the call is answered at the other end, or picked up at the telephone",
-     Actor::World, connectCall},
-    {u"end", "end call", "the other end hangs up", Actor::World, endCall},
-    {u"stop", "stop call", "the same", Actor::World, endCall},
-    {u"hangup", "hangup remote", "the same", Actor::World, endCall},
-    {u"hang", "hang [on|off]", "the client stops answering, or answers again", Actor::World, hang},
-    {u"freeze", "freeze [on|off]", "the client takes no messages, or takes them again",
-     Actor::World, freeze},
-    {u"vanish", "vanish", "the client's process is gone at once", Actor::World, vanish},
-};
-
 }  // namespace
 
 std::span<const Command> telephoneCommands() {
-  return table;
+  static constexpr Command Rows[] = {
+      {u"client",
+       "client installed|missing|running|hidden | never window|object|service|nothing | error "
+       "on|off",
+       "the telephony client: its state, what it never comes to offer, whether calls fail",
+       Actor::World, client},
+      {u"ring", "ring \"0711 123\"", "a call comes in", Actor::World, ring},
+      {u"connect", "connect",
+       "the call is answered at the other end, or picked up at the telephone", Actor::World,
+       connectCall},
+      {u"end", "end call", "the other end hangs up", Actor::World, endCall},
+      {u"stop", "stop call", "the same", Actor::World, endCall},
+      {u"hangup", "hangup remote", "the same", Actor::World, endCall},
+      {u"hang", "hang [on|off]", "the client stops answering, or answers again", Actor::World,
+       hang},
+      {u"freeze", "freeze [on|off]", "the client takes no messages, or takes them again",
+       Actor::World, freeze},
+      {u"vanish", "vanish", "the client's process is gone at once", Actor::World, vanish},
+  };
+  return Rows;
 }
 
 }  // namespace scenario

@@ -75,6 +75,7 @@ std::u16string shownCaption(std::u16string_view caption) {
 
 std::string oneLine(std::u16string_view text) {
   std::u16string visible;
+  visible.reserve(text.size());
   for (const char16_t c : text) {
     if (c == u'\n')
       visible += u"\\n";
@@ -88,7 +89,7 @@ std::string oneLine(std::u16string_view text) {
   return toUtf8(visible);
 }
 
-std::string quoted(std::u16string_view text) {
+std::string inQuotes(std::u16string_view text) {
   return '"' + oneLine(text) + '"';
 }
 

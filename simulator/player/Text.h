@@ -16,6 +16,10 @@ using simulator::folded;
 using simulator::toUtf16;
 using simulator::toUtf8;
 
+constexpr bool isDigit(char16_t c) {
+  return c >= u'0' && c <= u'9';
+}
+
 std::u16string_view trimmed(std::u16string_view text);
 
 /// A caption as it stands on the screen: accelerator marks gone, "&&" an ampersand.
@@ -24,7 +28,7 @@ std::u16string shownCaption(std::u16string_view caption);
 /// For one line of the transcript: line ends and other control characters made visible.
 std::string oneLine(std::u16string_view text);
 /// The same in quotation marks.
-std::string quoted(std::u16string_view text);
+std::string inQuotes(std::u16string_view text);
 
 /// Index of the candidate that was probably meant: one with which, or with one word of which, the
 /// typed text agrees but for a letter or, in longer texts, two. Nothing when none is near.

@@ -30,7 +30,7 @@ void Transcript::note(const Note& note) {
 }
 
 void Transcript::messageBox(std::u16string_view text) {
-  line("    message box: " + quoted(text) + "  [OK]");
+  line("    message box: " + inQuotes(text) + "  [OK]");
 }
 
 void Transcript::drawChanged(const WindowView& window) {

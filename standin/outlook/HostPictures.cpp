@@ -21,7 +21,6 @@ constexpr std::u16string_view Faces[] = {u"dial", u"drop", u"velnor", u"action",
 constexpr std::int32_t Icons[] = {101, 102, 103};
 /// Those that the icons are drawn in.
 constexpr int IconSides[] = {16, 24, 32, 48};
-constexpr int FaceSide = 16;
 
 class NamedPicture : public simulator::TableObject<NamedPicture> {
  public:

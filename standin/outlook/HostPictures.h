@@ -33,6 +33,8 @@ class HostPictures {
   /// got. The object's own.
   HBITMAP find(std::u16string_view name) const;
   /// That of Outlook 2003's toolbars: not a button's, so that squares can be told.
+  /// Pixels of a button's face.
+  static constexpr int FaceSide = 16;
   static constexpr COLORREF Ground = RGB(0x9E, 0xBE, 0xF5);
 
  private:

@@ -18,7 +18,7 @@ constexpr UINT GetMenuMessage = 0x01E1;
 /// The text of a message box is the control with this id.
 constexpr int BoxTextId = 0xFFFF;
 
-ModalWatch* current = nullptr;
+ModalWatch* currentWatch = nullptr;
 
 std::u16string classOf(HWND window) {
   wchar_t name[64] = {};
@@ -68,19 +68,19 @@ std::u16string remarkOn(HWND box) {
 }  // namespace
 
 ModalWatch::ModalWatch(Answers answers) : answers_(std::move(answers)) {
-  current = this;
+  currentWatch = this;
   timer_ = SetTimer(nullptr, 0, BeatMilliseconds, onTimer);
   if (!timer_) windows::check(E_OUTOFMEMORY);
 }
 
 ModalWatch::~ModalWatch() {
   KillTimer(nullptr, timer_);
-  current = nullptr;
+  currentWatch = nullptr;
 }
 
 void ModalWatch::onTimer(HWND, UINT, UINT_PTR, DWORD) noexcept {
   windows::guardedQuietly([] {
-    if (current) current->look();
+    if (currentWatch) currentWatch->look();
   });
 }
 

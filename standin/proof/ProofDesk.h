@@ -23,6 +23,9 @@ using Lines = std::vector<std::string>;
 inline constexpr std::u16string_view AddinKey = u"Software\\K9T\\CXComAddIn";
 inline constexpr std::u16string_view ClientOptionsKey = u"Software\\K9T\\Velnor30\\AddIn001";
 
+/// What the trace says where the logging library is not installed.
+inline constexpr char NoLogger[] = "Warning: InitK9TLog failed, use internal logging";
+
 /// The mailbox of the person, as a mailbox file has it: two contacts, one with one number and one
 /// with two, and a mail.
 extern const std::string_view MailboxText;

@@ -8,7 +8,6 @@
 namespace proof {
 namespace {
 
-constexpr char NoLogger[] = "Warning: InitK9TLog failed, use internal logging";
 constexpr char Refused[] =
     "Warning: GetVelnorPhoneCmdInservice() refused because GetVelnorAuxSvc() not found!";
 constexpr char NotFound[] =

@@ -12,8 +12,6 @@
 namespace proof {
 namespace {
 
-constexpr char NoLogger[] = "Warning: InitK9TLog failed, use internal logging";
-
 /// The file of one form of a library; empty for none.
 std::u16string formOf(std::u16string_view library, std::u16string_view form) {
   if (form == u"missing") return {};

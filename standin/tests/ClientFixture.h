@@ -7,6 +7,7 @@
 
 #include "platform/velnor.h"
 #include "standin/client/ClientControl.h"
+#include "tests/errorOf.h"
 #include "windows/com/text.h"
 #include "windows/services/Objects.h"
 #include "windows/services/Processes.h"
@@ -22,17 +23,6 @@ using platform::RegistryRoot;
 
 inline constexpr auto Unavailable = static_cast<std::int32_t>(ErrorNumber::ServerUnavailable);
 inline constexpr auto CannotCreate = static_cast<std::int32_t>(ErrorNumber::CannotCreateObject);
-
-/// The number of the error that this raises; 0 for none.
-template <class Action>
-std::int32_t errorOf(const Action& action) {
-  try {
-    action();
-  } catch (const Error& error) {
-    return error.number();
-  }
-  return 0;
-}
 
 inline std::u16string clientProgram() {
   wchar_t path[MAX_PATH] = {};

@@ -19,12 +19,6 @@ using platform::RegistryRoot;
 using platform::RegistryType;
 using platform::RegistryValue;
 
-class Stranger : public simulator::TableObject<Stranger> {
- public:
-  static constexpr std::u16string_view Name = u"Stranger";
-  static std::span<const simulator::MemberRow<Stranger>> members() { return {}; }
-};
-
 /// Tells what the service that has just answered is to answer instead.
 struct Alterer {
   simulator::Boundary& boundary;
@@ -37,7 +31,7 @@ struct Alterer {
     const auto kind = take();
     if (!kind) return answer;
     if (*kind == FaultKind::NullObject) return {};
-    return boundary.out(std::make_shared<Stranger>()->handle());
+    return stranger(boundary);
   }
 };
 

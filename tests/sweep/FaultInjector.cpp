@@ -13,7 +13,6 @@ namespace {
 using automation::Value;
 using simulator::Crossing;
 
-/// An object of a class that nobody asked for.
 class Stranger : public simulator::TableObject<Stranger> {
  public:
   static constexpr std::u16string_view Name = u"Stranger";
@@ -91,6 +90,10 @@ std::string narrow(std::u16string_view text) {
 
 }  // namespace
 
+automation::Object stranger(simulator::Boundary& boundary) {
+  return boundary.out(std::make_shared<Stranger>()->handle());
+}
+
 bool FaultInjector::arrives(const Crossing& crossing) {
   if (paused_) return false;
   if (++count_ > Endless) {
@@ -140,7 +143,7 @@ Value FaultInjector::altered(const Crossing& crossing, Value answer) {
   mark(crossing);
   // What can't be converted, and what only turns out to be wrong when it is used.
   if (answer.isObject() && count_ % 2 == 0) {
-    return boundary_.out(std::make_shared<Stranger>()->handle());
+    return stranger(boundary_);
   }
   if (answer.isText()) return automation::Array{Value(1)};
   return u"wrong";

@@ -10,6 +10,9 @@
 
 namespace sweep {
 
+/// An object of a class that nobody asked for.
+automation::Object stranger(simulator::Boundary& boundary);
+
 /// Counts the crossings of a run and lets its fault happen at one of them, or from that one on.
 /// Without a fault it records what could happen at each crossing.
 class FaultInjector : public simulator::CrossingObserver {

@@ -6,6 +6,7 @@
 #include "standin/com/DispatchExport.h"
 #include "standin/com/ExportType.h"
 #include "standin/com/namedTypeInfo.h"
+#include "tests/errorOf.h"
 #include "windows/com/ComObject.h"
 #include "windows/com/EventSinkAdapter.h"
 #include "windows/com/errors.h"
@@ -40,7 +41,7 @@ ComPtr<ITypeInfo> testType(const IID& iid) {
   return info;
 }
 
-class Objects : public testing::Test {
+class ObjectsTest : public testing::Test {
  protected:
   void SetUp() override {
     standin::ExportTypes::add(u"Tested", {standin::namedTypeInfo(u"_Tested"), {&TestEvents}});
@@ -69,16 +70,7 @@ class Objects : public testing::Test {
   Object object_;
 };
 
-std::int32_t errorNumber(const std::function<void()>& step) {
-  try {
-    step();
-  } catch (const automation::Error& error) {
-    return error.number();
-  }
-  return 0;
-}
-
-TEST_F(Objects, PassValuesBothWays) {
+TEST_F(ObjectsTest, PassValuesBothWays) {
   object_ = bringTested();
   const Value values[] = {{}, true, -7, 2.5, u"Grüße", Array{1, u"two", Array{}}, Missing{}};
   for (const Value& value : values) {
@@ -91,7 +83,7 @@ TEST_F(Objects, PassValuesBothWays) {
   EXPECT_FALSE(object_.get(u"Nothing").toObject());
 }
 
-TEST_F(Objects, KeepTheirIdentity) {
+TEST_F(ObjectsTest, KeepTheirIdentity) {
   object_ = bringTested();
   const Object same = object_.get(u"Self").toObject();
   const Object child = object_.get(u"Child").toObject();
@@ -105,7 +97,7 @@ TEST_F(Objects, KeepTheirIdentity) {
   EXPECT_EQ(object_.get(u"Value").toObject(), child);
 }
 
-TEST_F(Objects, TellTheirErrors) {
+TEST_F(ObjectsTest, TellTheirErrors) {
   object_ = bringTested();
   try {
     object_.call(u"Fail", 457, u"Schlüssel vergeben");
@@ -114,12 +106,12 @@ TEST_F(Objects, TellTheirErrors) {
     EXPECT_EQ(error.number(), 457);
     EXPECT_EQ(error.description(), u"Schlüssel vergeben");
   }
-  EXPECT_EQ(errorNumber([&] { object_.get(u"NoSuchMember"); }), 438);
-  EXPECT_EQ(errorNumber([&] { object_.put(u"ReadOnly", 1); }), 438);
-  EXPECT_EQ(errorNumber([&] { object_.call(u"Fail", -2147221233, u""); }), -2147221233);
+  EXPECT_EQ(errorOf([&] { object_.get(u"NoSuchMember"); }), 438);
+  EXPECT_EQ(errorOf([&] { object_.put(u"ReadOnly", 1); }), 438);
+  EXPECT_EQ(errorOf([&] { object_.call(u"Fail", -2147221233, u""); }), -2147221233);
 }
 
-TEST_F(Objects, TellTheirClass) {
+TEST_F(ObjectsTest, TellTheirClass) {
   object_ = bringTested();
   EXPECT_EQ(object_.typeName(), u"Tested") << "one underscore goes";
   const IID iid = IID_CarPhone;
@@ -127,7 +119,7 @@ TEST_F(Objects, TellTheirClass) {
   EXPECT_EQ(bringPhone(nullptr).typeName(), u"Object");
 }
 
-TEST_F(Objects, ServeMembersByPlace) {
+TEST_F(ObjectsTest, ServeMembersByPlace) {
   // The names are ours, the places count.
   struct Row {
     const char* why;
@@ -156,7 +148,7 @@ TEST_F(Objects, ServeMembersByPlace) {
   const Object phone = bringPhone(&IID_Phone);
   phone.put({u"Lautstärke", 2}, 9);
   EXPECT_EQ(phone.get(u"Volume").toInt32(), 9);
-  EXPECT_EQ(errorNumber([&] { phone.get({u"Nirgends", 12}); }), 438);
+  EXPECT_EQ(errorOf([&] { phone.get({u"Nirgends", 12}); }), 438);
 }
 
 /// Notes events, answers flags, and does something inside.
@@ -173,7 +165,7 @@ class TestSink : public automation::EventSink {
   std::function<void()> inside;
 };
 
-TEST_F(Objects, DeliverEventsAndTakeFlagsBack) {
+TEST_F(ObjectsTest, DeliverEventsAndTakeFlagsBack) {
   object_ = bringTested();
   const auto sink = std::make_shared<TestSink>();
   auto connection = object_.connect(TestEvents, sink);
@@ -190,7 +182,7 @@ TEST_F(Objects, DeliverEventsAndTakeFlagsBack) {
   EXPECT_EQ(object_.get(u"SinkCount").toInt32(), 0);
 }
 
-TEST_F(Objects, EndASubscriptionInsideItsOwnEvent) {
+TEST_F(ObjectsTest, EndASubscriptionInsideItsOwnEvent) {
   object_ = bringTested();
   auto sink = std::make_shared<TestSink>();
   const std::weak_ptr<TestSink> watched = sink;
@@ -203,7 +195,7 @@ TEST_F(Objects, EndASubscriptionInsideItsOwnEvent) {
   EXPECT_EQ(object_.get(u"SinkCount").toInt32(), 0);
 }
 
-TEST_F(Objects, LiveAsLongAsTheirSubscriptions) {
+TEST_F(ObjectsTest, LiveAsLongAsTheirSubscriptions) {
   std::shared_ptr<TestObject> source;
   object_ = server_->bring([&] {
     source = std::make_shared<TestObject>();
@@ -231,7 +223,7 @@ class Odd : public ComBase<IUnknown> {
   int questions = 0;
 };
 
-TEST_F(Objects, EventsNeverFailTowardsTheirSource) {
+TEST_F(ObjectsTest, EventsNeverFailTowardsTheirSource) {
   const auto sink = std::make_shared<TestSink>();
   sink->answer = true;
   const auto adapter = make<EventSinkAdapter>(iidOf(TestEvents.iid), TestEvents.events, sink);
@@ -261,27 +253,27 @@ TEST_F(Objects, EventsNeverFailTowardsTheirSource) {
   EXPECT_EQ(sink->heard.size(), 6U);
 }
 
-TEST_F(Objects, RefuseEventsThatTheyDoNotHave) {
+TEST_F(ObjectsTest, RefuseEventsThatTheyDoNotHave) {
   object_ = bringTested();
   const automation::EventInterface other{u"{0006304F-0000-0000-C000-000000000046}", {}};
   const auto sink = std::make_shared<TestSink>();
-  EXPECT_NE(errorNumber([&] { auto c = object_.connect(other, sink); }), 0);
+  EXPECT_NE(errorOf([&] { auto c = object_.connect(other, sink); }), 0);
   const Object phone = bringPhone(nullptr);
-  EXPECT_NE(errorNumber([&] { auto c = phone.connect(TestEvents, sink); }), 0);
+  EXPECT_NE(errorOf([&] { auto c = phone.connect(TestEvents, sink); }), 0);
 }
 
-TEST_F(Objects, OutliveTheirServer) {
+TEST_F(ObjectsTest, OutliveTheirServer) {
   object_ = bringTested();
   const auto sink = std::make_shared<TestSink>();
   auto connection = object_.connect(TestEvents, sink);
   server_.reset();
-  EXPECT_NE(errorNumber([&] { object_.get(u"Value"); }), 0);
-  EXPECT_NE(errorNumber([&] { object_.get({u"Value", 2}); }), 0);
+  EXPECT_NE(errorOf([&] { object_.get(u"Value"); }), 0);
+  EXPECT_NE(errorOf([&] { object_.get({u"Value", 2}); }), 0);
   EXPECT_EQ(object_.typeName(), u"Object");
   connection.close();
 }
 
-TEST_F(Objects, GoOutOnceAndComeBackThemselves) {
+TEST_F(ObjectsTest, GoOutOnceAndComeBackThemselves) {
   const auto tested = std::make_shared<TestObject>();
   const auto first = dispatchOf(tested->handle());
   const auto second = dispatchOf(tested->handle());
@@ -290,24 +282,24 @@ TEST_F(Objects, GoOutOnceAndComeBackThemselves) {
   EXPECT_EQ(objectOf(first.get()).dispatch(), tested);
 }
 
-TEST_F(Objects, OfOtherMakersWork) {
+TEST_F(ObjectsTest, OfOtherMakersWork) {
   const Object dictionary = windows::Objects().create(u"Scripting.Dictionary");
   EXPECT_EQ(dictionary.typeName(), u"Dictionary");
   dictionary.call(u"Add", u"key", 5);
   EXPECT_EQ(dictionary.get(u"Count").toInt32(), 1);
   EXPECT_EQ(dictionary.get(u"Item", u"key").toInt32(), 5);
   EXPECT_TRUE(dictionary.call(u"Exists", u"key").toBoolean());
-  EXPECT_EQ(errorNumber([&] { dictionary.call(u"Add", u"key", 6); }), 457);
-  EXPECT_EQ(errorNumber([&] { dictionary.get(u"NoSuchMember"); }), 438);
+  EXPECT_EQ(errorOf([&] { dictionary.call(u"Add", u"key", 6); }), 457);
+  EXPECT_EQ(errorOf([&] { dictionary.get(u"NoSuchMember"); }), 438);
 }
 
-TEST_F(Objects, AreFoundOnlyWhereTheyAre) {
+TEST_F(ObjectsTest, AreFoundOnlyWhereTheyAre) {
   windows::Objects objects;
   EXPECT_FALSE(objects.registered(u"Nobody.Knows"));
   EXPECT_TRUE(objects.registered(u"Scripting.Dictionary"));
-  EXPECT_EQ(errorNumber([&] { objects.create(u"Nobody.Knows"); }), 429);
-  EXPECT_EQ(errorNumber([&] { objects.running(u"Nobody.Knows"); }), 429);
-  EXPECT_EQ(errorNumber([&] { objects.running(u"Scripting.Dictionary"); }), 429);
+  EXPECT_EQ(errorOf([&] { objects.create(u"Nobody.Knows"); }), 429);
+  EXPECT_EQ(errorOf([&] { objects.running(u"Nobody.Knows"); }), 429);
+  EXPECT_EQ(errorOf([&] { objects.running(u"Scripting.Dictionary"); }), 429);
 
   CLSID id;
   ASSERT_EQ(CLSIDFromProgID(L"Scripting.Dictionary", &id), S_OK);
@@ -320,7 +312,7 @@ TEST_F(Objects, AreFoundOnlyWhereTheyAre) {
   RevokeActiveObject(cookie, nullptr);
 }
 
-TEST_F(Objects, OfAHungServerAreNotWaitedFor) {
+TEST_F(ObjectsTest, OfAHungServerAreNotWaitedFor) {
   CLSID id;
   ASSERT_EQ(CLSIDFromProgID(L"Scripting.Dictionary", &id), S_OK);
   DWORD cookie = 0;
@@ -340,8 +332,8 @@ TEST_F(Objects, OfAHungServerAreNotWaitedFor) {
   const DWORD start = GetTickCount();
   constexpr auto Busy = static_cast<std::int32_t>(automation::ErrorNumber::ServerBusy);
   EXPECT_FALSE(objects.answers(u"Scripting.Dictionary"));
-  EXPECT_EQ(errorNumber([&] { objects.running(u"Scripting.Dictionary"); }), Busy);
-  EXPECT_EQ(errorNumber([&] { objects.create(u"Scripting.Dictionary"); }), Busy);
+  EXPECT_EQ(errorOf([&] { objects.running(u"Scripting.Dictionary"); }), Busy);
+  EXPECT_EQ(errorOf([&] { objects.create(u"Scripting.Dictionary"); }), Busy);
   EXPECT_LT(GetTickCount() - start, 5000U);
   SetEvent(wake);
   server_->run([&] {

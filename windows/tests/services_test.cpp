@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "tests/errorOf.h"
 #include "windows/com/errors.h"
 #include "windows/com/text.h"
 #include "windows/services/Clock.h"
@@ -353,15 +354,6 @@ TEST(LanguageTest, IsTheUsers) {
   EXPECT_THROW(language.shortDate({2008, 13, 40, 0, 0, 0, 0}), automation::Error);
 }
 
-std::int32_t errorNumber(const std::function<void()>& step) {
-  try {
-    step();
-  } catch (const automation::Error& error) {
-    return error.number();
-  }
-  return 0;
-}
-
 std::u16string folderOfProgram() {
   wchar_t path[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, path, MAX_PATH);
@@ -414,17 +406,17 @@ TEST(MapiHelperTest, TakesTextsAndListsBack) {
   EXPECT_EQ(helper.telephoneNumbers(item).names, (MapiHelper::TextList{u"Meier", u""}));
   EXPECT_EQ(helper.telephoneNumbers(item).numbers, (MapiHelper::TextList{u"0711 1", u"0711 2"}));
   EXPECT_EQ(helper.currentUser(), u"Anna Berger");
-  EXPECT_EQ(errorNumber([&] { helper.displayTo(item); }), 453) << "the library lacks it";
+  EXPECT_EQ(errorOf([&] { helper.displayTo(item); }), 453) << "the library lacks it";
 }
 
 TEST(LibraryTest, IsMissedAtTheCallOnly) {
   LoggingLibrary logging;
-  EXPECT_EQ(errorNumber([&] { logging.write(0, 3, u""); }), 53);
+  EXPECT_EQ(errorOf([&] { logging.write(0, 3, u""); }), 53);
   logging.load(u"C:\\nowhere\\K9tLogVB.dll");
-  EXPECT_EQ(errorNumber([&] { logging.write(0, 3, u""); }), 53);
+  EXPECT_EQ(errorOf([&] { logging.write(0, 3, u""); }), 53);
   EXPECT_EQ(logging.createLogger(0, u"", u"", 0, 0, 0, 0), LoggingLibrary::NotThere);
   Library library("no such library.dll");
-  EXPECT_EQ(errorNumber([&] { library.require<void()>("Function"); }), 53);
+  EXPECT_EQ(errorOf([&] { library.require<void()>("Function"); }), 53);
   EXPECT_EQ(library.find<void()>("Function"), nullptr);
 }
 

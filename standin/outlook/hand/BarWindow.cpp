@@ -11,16 +11,11 @@ namespace {
 
 using simulator::ControlView;
 
-constexpr int FaceSide = 16;
 constexpr int BoxWidth = 150;
 constexpr int NoImage = -2;  // I_IMAGENONE
 /// Ids of commands begin here.
 constexpr int FirstCommand = 100;
 constexpr wchar_t OwnerProperty[] = L"OutlookStandinBar";
-
-std::u16string nameOf(const ControlView& control) {
-  return control.tag.empty() ? control.caption : control.tag;
-}
 
 }  // namespace
 
@@ -37,7 +32,8 @@ BarWindow::BarWindow(HWND parent, const HostPictures& pictures, Hand hand)
                            hwnd());
   SendMessageW(toolbar_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   SendMessageW(toolbar_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
-  images_ = ImageList_Create(FaceSide, FaceSide, ILC_COLOR24 | ILC_MASK, 0, 8);
+  images_ = ImageList_Create(HostPictures::FaceSide, HostPictures::FaceSide, ILC_COLOR24 | ILC_MASK,
+                             0, 8);
   SendMessageW(toolbar_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(images_));
 }
 
@@ -173,7 +169,7 @@ LRESULT BarWindow::onMessage(UINT message, WPARAM wParam, LPARAM lParam) {
 
 std::optional<RECT> BarWindow::placeOf(std::u16string_view name) const {
   for (std::size_t i = 0; i < shown_.controls.size(); ++i) {
-    if (nameOf(shown_.controls[i]) != name) continue;
+    if (shown_.controls[i].name() != name) continue;
     RECT place{};
     SendMessageW(toolbar_, TB_GETRECT, FirstCommand + i, reinterpret_cast<LPARAM>(&place));
     MapWindowPoints(toolbar_, nullptr, reinterpret_cast<POINT*>(&place), 2);

@@ -14,11 +14,7 @@ namespace {
 
 constexpr UINT SyncMilliseconds = 100;
 
-HandDesk* current = nullptr;
-
-std::u16string nameOf(const simulator::ControlView& control) {
-  return control.tag.empty() ? control.caption : control.tag;
-}
+HandDesk* currentDesk = nullptr;
 
 /// "ISDNNumber" in words: "ISDN number".
 std::u16string inWords(std::u16string_view name) {
@@ -47,7 +43,7 @@ void tellProblem(std::string_view text) {
 HandDesk::HandDesk(Session& session) : session_(session) {
   INITCOMMONCONTROLSEX controls{sizeof controls, ICC_BAR_CLASSES | ICC_LISTVIEW_CLASSES};
   InitCommonControlsEx(&controls);
-  current = this;
+  currentDesk = this;
   session_.boundary().setObserver(this);
   session_.setBeforeClick([this](const Session::Click& click) { pointAt(click); });
   timer_ = SetTimer(nullptr, 0, SyncMilliseconds, onTimer);
@@ -57,7 +53,7 @@ HandDesk::~HandDesk() {
   KillTimer(nullptr, timer_);
   session_.setBeforeClick({});
   session_.boundary().setObserver(nullptr);
-  current = nullptr;
+  currentDesk = nullptr;
 }
 
 void HandDesk::run(std::function<void()> beat) {
@@ -71,9 +67,9 @@ void HandDesk::run(std::function<void()> beat) {
 
 void CALLBACK HandDesk::onTimer(HWND, UINT, UINT_PTR, DWORD) noexcept {
   windows::guardedQuietly([] {
-    if (!current) return;
-    current->sync();
-    if (current->beat_) current->beat_();
+    if (!currentDesk) return;
+    currentDesk->sync();
+    if (currentDesk->beat_) currentDesk->beat_();
   });
 }
 
@@ -177,13 +173,13 @@ std::vector<ItemList::Line> HandDesk::fieldsOf(std::u16string_view itemId) const
 }
 
 void HandDesk::click(int window, const simulator::ControlView& control) {
-  act([&] { session_.click(window, nameOf(control), false); });
+  act([&] { session_.click(window, control.name(), false); });
 }
 void HandDesk::clickRibbon(int window, const std::u16string& button) {
   act([&] { session_.click(window, button, true); });
 }
 void HandDesk::type(int window, const simulator::ControlView& box, std::u16string_view text) {
-  act([&] { session_.host().typeInto(window, nameOf(box), text); });
+  act([&] { session_.host().typeInto(window, box.name(), text); });
 }
 void HandDesk::select(int window, const std::vector<std::size_t>& places) {
   act([&] { session_.host().selectAt(window, places); });
