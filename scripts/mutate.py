@@ -3,7 +3,7 @@
 
     scripts/mutate.py [--seed N] [--count N] [--seconds N] [--only FOLDER-OR-FILE] [--jobs N] [--all]
 
-Run it after a release build of velnor-tests and velnor-sim: a broken copy of one file is compiled
+Run it after a quick build of velnor-tests and velnor-sim: a broken copy of one file is compiled
 beside it, without optimization, and linked before the libraries that hold the sound one. A break
 that survives is a missing test, a line that nothing needs, or an equivalent (the result is the
 same): judge each. The last line counts.
@@ -46,7 +46,7 @@ def breaks(path):
             yield number, 'text', line, line[:found.start(1)] + found.group(1)[:-1] + '~' + line[found.end(1):]
 
 
-BUILD = os.path.abspath('build/release')
+BUILD = os.path.abspath('build/quick')
 TESTS, PLAYER = 'tests/velnor-tests', 'demo/velnor-sim'
 
 
