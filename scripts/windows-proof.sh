@@ -57,21 +57,39 @@ same() {
   ' "$1" "$2"
 }
 
+# Plays one scenario on the simulated machine; prints how many seconds it takes by the clock there,
+# but for leaps, and its path.
+play_native() {
+  local name
+  name=$(basename "$1" .scn)
+  local transcripts=$folder/transcripts/$name
+  "$native" --mailbox "$mailbox" --trace --play "$1" >"$transcripts.native" 2>&1 ||
+    touch "$transcripts.fails"
+  comparable "$transcripts.native" >"$transcripts.native.compared"
+  awk -v path="$1" '
+    match($0, /~ [0-9][0-9]:[0-9][0-9]:[0-9][0-9]\./) {
+      split(substr($0, RSTART + 2, 8), part, ":")
+      now = part[1] * 3600 + part[2] * 60 + part[3]
+      if (now > before && now - before < 100) seconds += now - before
+      before = now
+    }
+    END { print seconds + 0, path }
+  ' "$transcripts.native"
+}
+
 # Plays one scenario on machine number $1.
 play() {
-  local machine=$folder/machine-$1 scenario=$2 name status=0 played=0
+  local machine=$folder/machine-$1 scenario=$2 name played=0
   name=$(basename "$scenario" .scn)
   local transcripts=$folder/transcripts/$name
-  "$native" --mailbox "$mailbox" --trace --play "$scenario" >"$transcripts.native" 2>&1 || status=1
-  (cd "$machine/bin" && exec timeout 300 wine ./outlook-standin.exe --mailbox "$mailbox" --trace \
-    --client "$client" --libraries libraries --play "$scenario") \
-    >"$transcripts.windows" 2>&1 </dev/null || played=$?
-  comparable "$transcripts.native" >"$transcripts.native.compared"
-  comparable "$transcripts.windows" >"$transcripts.windows.compared"
-  if [ "$status" -ne 0 ]; then
+  if [ -e "$transcripts.fails" ]; then
     echo "$name: fails on the simulated machine"
     return 1
   fi
+  (cd "$machine/bin" && exec timeout 300 wine ./outlook-standin.exe --mailbox "$mailbox" --trace \
+    --client "$client" --libraries libraries --play "$scenario") \
+    >"$transcripts.windows" 2>&1 </dev/null || played=$?
+  comparable "$transcripts.windows" >"$transcripts.windows.compared"
   same "$transcripts.native.compared" "$transcripts.windows.compared" "$name" || return 1
   if [ "$played" -ne 0 ]; then
     echo "$name: exit status $played"
@@ -91,18 +109,19 @@ prove() {
   play "$@"
 }
 
-# Plays every job-th scenario, beginning with the one of this machine's number.
+# Sets up a machine and plays scenarios that no other has taken, until there is none left.
 run_machine() {
-  local number=$1 i
+  local number=$1 scenario
   shift
-  local scenarios=("$@")
   rm -rf "$folder/machine-$number"
   mkdir -p "$folder/machine-$number"
   # Wine writes its registry files anew and replaces them: the first prefix stays as it is.
   cp -al "$folder/prefix" "$folder/machine-$number/prefix"
   cxol_machine "$folder/machine-$number" || return
-  for ((i = number; i < ${#scenarios[@]}; i += jobs)); do
-    prove "$number" "${scenarios[i]}"
+  for scenario in "$@"; do
+    if mkdir "$folder/transcripts/$(basename "$scenario" .scn).taken" 2>/dev/null; then
+      prove "$number" "$scenario"
+    fi
   done
 }
 
@@ -113,6 +132,9 @@ for ((i = 0; i < ${#scenarios[@]}; ++i)); do scenarios[i]=$(realpath "${scenario
 
 rm -rf "$folder/transcripts"
 mkdir -p "$folder/transcripts"
+# The longest first: nobody is to wait for it in the end.
+mapfile -t scenarios < <(for scenario in "${scenarios[@]}"; do play_native "$scenario"; done |
+  sort -rn | cut -d ' ' -f 2-)
 "$root/scripts/wine-prefix.sh" "$folder/prefix" || { echo "no Wine prefix can be made" >&2; exit 1; }
 for ((number = 0; number < jobs; ++number)); do
   run_machine "$number" "${scenarios[@]}" &
