@@ -7,7 +7,6 @@
 #include "standin/client/ClientWindow.h"
 #include "standin/client/names.h"
 #include "standin/client/program.h"
-#include "standin/client/registration.h"
 
 namespace {
 
@@ -50,33 +49,11 @@ void run(ClientServer& server, const standin::RequestPipe& pipe) {
   }
 }
 
-int start(const standin::CommandLine& line) {
-  const bool hidden = line.hidden();
-  standin::RequestPipe pipe;
-  if (!pipe.owned()) {
-    if (!hidden) standin::request(standin::ShowRequest);
-    return 0;
-  }
-  const standin::Apartment apartment;
-  ClientServer server(pipe, hidden, line.has(standin::ReadyArgument));
-  run(server, pipe);
-  return 0;
-}
-
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-  return SUCCEEDED(windows::guarded([] {
-    const standin::CommandLine line;
-    if (line.has(standin::UnregisterArgument)) {
-      standin::unregisterClient();
-    } else if (line.has(standin::RegisterArgument)) {
-      standin::registerClient(standin::ownPath());
-    } else {
-      start(line);
-    }
-    return S_OK;
-  }))
-             ? 0
-             : 1;
+  return standin::runClient([](const standin::CommandLine& line, standin::RequestPipe& pipe) {
+    ClientServer server(pipe, line.hidden(), line.has(standin::ReadyArgument));
+    run(server, pipe);
+  });
 }

@@ -1,20 +1,13 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "windows/com/errors.h"
+#include "standin/client/RequestPipe.h"
 
 namespace standin {
-
-/// COM of the one thread that has objects.
-struct Apartment {
-  Apartment() { windows::check(CoInitialize(nullptr)); }
-  ~Apartment() { CoUninitialize(); }
-  Apartment(const Apartment&) = delete;
-  Apartment& operator=(const Apartment&) = delete;
-};
 
 /// The words that follow the program's name.
 class CommandLine {
@@ -33,5 +26,10 @@ std::u16string ownPath();
 
 /// Delivers the messages that wait.
 void takeMessages();
+
+/// The whole program of a client: enters it in the registry or takes it out again, shows the client
+/// that runs already, or lets `serve` be one until it ends. The exit status; what went wrong stands
+/// on the standard error output.
+int runClient(const std::function<void(const CommandLine& line, RequestPipe& pipe)>& serve);
 
 }  // namespace standin

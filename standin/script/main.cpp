@@ -1,15 +1,12 @@
 // A program whose behaviour is a script's, the one that lies beside it under its own name:
 // client.js in this folder is a whole telephony client.
 
-#include <cstdio>
 #include <memory>
 #include <optional>
 
 #include "standin/client/LineFile.h"
-#include "standin/client/RequestPipe.h"
 #include "standin/client/names.h"
 #include "standin/client/program.h"
-#include "standin/client/registration.h"
 #include "standin/com/DispatchExport.h"
 #include "standin/script/Script.h"
 #include "standin/script/ScriptHost.h"
@@ -71,31 +68,10 @@ class Program {
   std::optional<standin::Script> script_;
 };
 
-void start(const standin::CommandLine& line) {
-  standin::RequestPipe pipe;
-  if (!pipe.owned()) {
-    if (!line.hidden()) standin::request(standin::ShowRequest);
-    return;
-  }
-  const standin::Apartment apartment;
-  Program(line.hidden()).run(pipe);
-}
-
 }  // namespace
 
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
-  try {
-    const standin::CommandLine line;
-    if (line.has(standin::UnregisterArgument)) {
-      standin::unregisterClient();
-    } else if (line.has(standin::RegisterArgument)) {
-      standin::registerClient(standin::ownPath());
-    } else {
-      start(line);
-    }
-    return 0;
-  } catch (const std::exception& error) {
-    std::fprintf(stderr, "%s\n", error.what());
-    return 1;
-  }
+  return standin::runClient([](const standin::CommandLine& line, standin::RequestPipe& pipe) {
+    Program(line.hidden()).run(pipe);
+  });
 }
