@@ -100,8 +100,12 @@ void Player::run(const Command& command, const Line& line) {
   Arguments args(line);
   command.run(*this, args);
   if (command.actor == Actor::Looker) return;
-  transcript_.changes(stage_.snapshot());
+  drawChanges();
   explainSilence(command);
+}
+
+void Player::drawChanges() {
+  if (transcript_.read()) transcript_.changes(stage_.snapshot());
 }
 
 void Player::explainSilence(const Command& command) {
@@ -159,7 +163,7 @@ bool Player::livesWithMenu(const SourceLine& source) const {
 
 std::optional<int> Player::popup(const std::vector<platform::PopupEntry>& menu) {
   const Restored<const std::vector<platform::PopupEntry>*> open(menu_, &menu);
-  transcript_.changes(stage_.snapshot());
+  drawChanges();
   transcript_.lines(drawMenu(menu));
   while (std::optional<SourceLine> line = nextLine()) {
     if (!livesWithMenu(*line)) {

@@ -74,6 +74,7 @@ class Player : private Listener {
   Line read(const SourceLine& source) const;
   /// Whether the line leaves an open menu alone.
   bool livesWithMenu(const SourceLine& source) const;
+  void drawChanges();
   /// Tells a person why a click has changed nothing to be seen.
   void explainSilence(const Command& command);
 

@@ -23,6 +23,7 @@ void Transcript::lines(std::span<const std::string> texts) {
 }
 
 void Transcript::note(const Note& note) {
+  if (!read()) return;
   if (note.kind == Note::Kind::Told) return line("    client was told: " + shortened(note.text));
   if (!traceShown) return;
   print_("    ~ " + toUtf8(note.time) + " " + padded(toUtf8(note.level) + ":", 9) +

@@ -16,12 +16,13 @@ namespace scenario {
 /// changes are drawn. Everything goes out line by line as UTF-8.
 class Transcript {
  public:
-  /// `print` gets one line at a time, without its end.
+  /// `print` gets one line at a time, without its end. Where it is empty nobody reads, and nothing
+  /// is drawn.
   explicit Transcript(std::function<void(std::string_view)> print) : print_(std::move(print)) {}
 
   void line(std::string_view text) {
     ++shown_;
-    print_(text);
+    if (print_) print_(text);
   }
   void lines(std::span<const std::string> texts);
   void note(const Note& note);
@@ -32,6 +33,8 @@ class Transcript {
   void changes(const Snapshot& snapshot);
   /// Draws everything.
   void whole(const Snapshot& snapshot);
+
+  bool read() const { return static_cast<bool>(print_); }
 
   bool traceShown = false;
   /// Lines so far, without those of the trace.

@@ -3,29 +3,24 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "platform/automation.h"
 #include "tests/sweep/breadcrumb.h"
 
 namespace sweep {
 namespace {
 
-using Transcript = std::vector<std::u16string>;
+using Transcript = std::vector<std::string>;
 
-std::string describe(const Task& task, std::size_t crossing) {
-  return "\"" + task.piece->name + "\", " + std::string(nameOf(task.kind)) +
-         (task.lasting ? " from " : " at ") + "crossing " + std::to_string(crossing);
-}
-
-std::string narrow(const std::u16string& text) {
-  return automation::Error(0, text).what();
+std::string describe(const Piece& piece, const Fault& fault) {
+  return "\"" + piece.name + "\", " + std::string(nameOf(fault.kind)) +
+         (fault.lasting ? " from " : " at ") + "crossing " + std::to_string(fault.crossing);
 }
 
 /// The first line in which two transcripts differ.
 std::string difference(const Transcript& expected, const Transcript& found) {
   const auto [a, b] = std::mismatch(expected.begin(), expected.end(), found.begin(), found.end());
   if (a == expected.end() && b == found.end()) return {};
-  return "expected \"" + (a == expected.end() ? "nothing" : narrow(*a)) + "\", found \"" +
-         (b == found.end() ? "nothing" : narrow(*b)) + "\"";
+  return "expected \"" + (a == expected.end() ? "nothing" : *a) + "\", found \"" +
+         (b == found.end() ? "nothing" : *b) + "\"";
 }
 
 void report(const std::string& where, const std::string& place, const std::string& what,
@@ -40,37 +35,37 @@ struct Model {
   Transcript transcript;
 };
 
-Model modelOf(const Task& task, Counts& counts) {
+Model modelOf(const Piece& piece, Counts& counts) {
   Model model;
-  Theatre theatre(*task.piece);
-  leaveBreadcrumb("\"" + task.piece->name + "\" without a fault");
+  Theatre theatre(piece);
+  leaveBreadcrumb("\"" + piece.name + "\" without a fault");
   for (int life = 1; life <= 2; ++life) {
     FaultInjector injector = theatre.injector(std::nullopt);
-    theatre.play(injector);
+    theatre.play(injector, Theatre::Reader::Comparing);
     for (const auto& finding : theatre.findings()) {
-      report(task.piece->name, "without a fault", finding, counts);
+      report(piece.name, "without a fault", finding, counts);
     }
     if (!theatre.missed().empty()) {
-      report(task.piece->name, "without a fault", "missed: " + theatre.missed(), counts);
+      report(piece.name, "without a fault", "missed: " + theatre.missed(), counts);
     }
     if (life == 1) {
       model = {injector.possible(), theatre.transcript()};
     } else if (const auto differs = difference(model.transcript, theatre.transcript());
                !differs.empty()) {
-      report(task.piece->name, "without a fault", "the second life differs: " + differs, counts);
+      report(piece.name, "without a fault", "the second life differs: " + differs, counts);
     }
   }
   return model;
 }
 
-std::vector<std::size_t> crossingsFor(const Task& task, const Model& model, std::size_t most) {
+std::vector<std::size_t> crossingsFor(const Way& way, const Model& model, std::size_t most) {
   std::vector<std::size_t> all;
   for (std::size_t i = 0; i < model.possible.size(); ++i) {
-    if (model.possible[i].test(indexOf(task.kind))) all.push_back(i + 1);
+    if (model.possible[i].test(indexOf(way.kind))) all.push_back(i + 1);
   }
   if (most == 0 || all.size() <= most) return all;
   // Each kind looks at other places than the kind before it.
-  const std::size_t shift = (indexOf(task.kind) * 2 + (task.lasting ? 1 : 0)) % (2 * FaultKinds);
+  const std::size_t shift = (indexOf(way.kind) * 2 + (way.lasting ? 1 : 0)) % (2 * FaultKinds);
   std::vector<std::size_t> chosen;
   for (std::size_t i = 0; i < most; ++i) {
     chosen.push_back(all[(i * all.size() + all.size() * shift / (2 * FaultKinds)) / most]);
@@ -78,19 +73,19 @@ std::vector<std::size_t> crossingsFor(const Task& task, const Model& model, std:
   return chosen;
 }
 
-void playOne(const Task& task, std::size_t crossing, const Model& model, Counts& counts) {
-  Theatre theatre(*task.piece);
-  const auto where = describe(task, crossing);
+void playOne(const Piece& piece, const Fault& fault, const Model& model, Counts& counts) {
+  Theatre theatre(piece);
+  const auto where = describe(piece, fault);
   leaveBreadcrumb(where);
-  FaultInjector faulty = theatre.injector(Fault{task.kind, crossing, task.lasting});
-  theatre.play(faulty);
-  ++counts.runs[indexOf(task.kind)];
-  counts.faults[indexOf(task.kind)] += faulty.injected();
+  FaultInjector faulty = theatre.injector(fault);
+  theatre.play(faulty, Theatre::Reader::None);
+  ++counts.runs[indexOf(fault.kind)];
+  counts.faults[indexOf(fault.kind)] += faulty.injected();
   for (const auto& finding : theatre.findings()) report(where, faulty.place(), finding, counts);
 
   leaveBreadcrumb(where + ", the repeat after it");
   FaultInjector none = theatre.injector(std::nullopt);
-  theatre.play(none);
+  theatre.play(none, Theatre::Reader::Comparing);
   if (const auto differs = difference(model.transcript, theatre.transcript()); !differs.empty()) {
     report(where, faulty.place(), "the repeat differs: " + differs, counts);
   }
@@ -98,22 +93,23 @@ void playOne(const Task& task, std::size_t crossing, const Model& model, Counts&
 
 }  // namespace
 
-std::vector<Task> tasksOf(const std::vector<Piece>& pieces) {
-  std::vector<Task> tasks;
-  for (const Piece& piece : pieces) {
-    for (std::size_t i = 0; i < FaultKinds; ++i) {
-      const auto kind = static_cast<FaultKind>(i);
-      tasks.push_back({&piece, kind, false});
-      if (kind < FaultKind::Quit) tasks.push_back({&piece, kind, true});
-    }
+std::vector<Way> waysOf(std::optional<FaultKind> kind) {
+  std::vector<Way> ways;
+  for (std::size_t i = 0; i < FaultKinds; ++i) {
+    const auto each = static_cast<FaultKind>(i);
+    if (kind && each != *kind) continue;
+    ways.push_back({each, false});
+    if (each < FaultKind::Quit) ways.push_back({each, true});
   }
-  return tasks;
+  return ways;
 }
 
-void run(const Task& task, std::size_t most, Counts& counts) {
-  const Model model = modelOf(task, counts);
-  for (const std::size_t crossing : crossingsFor(task, model, most)) {
-    playOne(task, crossing, model, counts);
+void run(const Piece& piece, std::span<const Way> ways, std::size_t most, Counts& counts) {
+  const Model model = modelOf(piece, counts);
+  for (const Way& way : ways) {
+    for (const std::size_t crossing : crossingsFor(way, model, most)) {
+      playOne(piece, {way.kind, crossing, way.lasting}, model, counts);
+    }
   }
 }
 
@@ -121,8 +117,8 @@ void show(const Piece& piece, const std::optional<Fault>& fault) {
   Theatre theatre(piece);
   leaveBreadcrumb("\"" + piece.name + "\", shown");
   FaultInjector injector = theatre.injector(fault);
-  theatre.play(injector);
-  for (const auto& line : theatre.transcript()) std::printf("%s\n", narrow(line).c_str());
+  theatre.play(injector, Theatre::Reader::Comparing);
+  for (const auto& line : theatre.transcript()) std::printf("%s\n", line.c_str());
   for (const auto& finding : theatre.findings()) std::printf("FINDING %s\n", finding.c_str());
   std::printf("%zu crossings, %zu faults, the first at %s\n", injector.crossings(),
               injector.injected(), injector.place().c_str());

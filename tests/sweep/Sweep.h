@@ -2,6 +2,9 @@
 
 #include <array>
 #include <cstddef>
+#include <optional>
+#include <span>
+#include <vector>
 
 #include "tests/sweep/Fault.h"
 #include "tests/sweep/Theatre.h"
@@ -16,19 +19,18 @@ struct Counts {
   std::size_t findings = 0;
 };
 
-/// All faults of one kind in one scenario.
-struct Task {
-  const Piece* piece = nullptr;
+/// Faults of one kind, each for once or from its crossing on.
+struct Way {
   FaultKind kind = FaultKind::AutomationError;
   bool lasting = false;
 };
 
-/// The kinds that make sense in this way: an Outlook that has ended can't end again.
-std::vector<Task> tasksOf(const std::vector<Piece>& pieces);
+/// Those that make sense: an Outlook that has ended can't end again. Nothing stands for all kinds.
+std::vector<Way> waysOf(std::optional<FaultKind> kind);
 
-/// Plays the scenario once for each crossing at which the fault can happen, or for `most` of them,
-/// evenly spread; 0 for all. Every finding is a line on the standard error output.
-void run(const Task& task, std::size_t most, Counts& counts);
+/// Plays the scenario in each way once for each crossing at which the fault can happen, or for
+/// `most` of them, evenly spread; 0 for all. Every finding is a line on the standard error output.
+void run(const Piece& piece, std::span<const Way> ways, std::size_t most, Counts& counts);
 
 /// Plays the scenario once with one fault and prints its transcript.
 void show(const Piece& piece, const std::optional<Fault>& fault);

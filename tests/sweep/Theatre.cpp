@@ -30,14 +30,16 @@ FaultInjector Theatre::injector(std::optional<Fault> fault) {
   return {fault, stage_->boundary(), [this](FaultKind kind) { return stage_->disturb(kind); }};
 }
 
-void Theatre::play(FaultInjector& injector) {
+void Theatre::play(FaultInjector& injector, Reader reader) {
   injector_ = &injector;
   stage_->boundary().setObserver(&injector);
   {
     scenario::TextSource source(piece_.text, piece_.name);
-    scenario::Player player(*stage_, [this](std::string_view line) {
-      transcript_.emplace_back(line.begin(), line.end());
-    });
+    std::function<void(std::string_view)> write;
+    if (reader != Reader::None) {
+      write = [this](std::string_view line) { transcript_.emplace_back(line); };
+    }
+    scenario::Player player(*stage_, std::move(write));
     player.transcript().traceShown = true;
     player.play(source);
     missed_ = player.score().good() ? std::string() : player.score().problems.front();

@@ -28,17 +28,19 @@ std::vector<Piece> piecesOf(const std::string& folder,
 class Theatre {
  public:
   /// The piece must outlive it.
-  explicit Theatre(const Piece& piece) : piece_(piece) { build(); }
+  explicit Theatre(const Piece& piece) : piece_(piece) {}
 
   /// An injector for the world of the next life, which must outlive it.
   FaultInjector injector(std::optional<Fault> fault);
-  /// Plays one life, from the add-in's loading to its unloading.
-  void play(FaultInjector& injector);
+  /// Plays one life, from the add-in's loading to its unloading; without a reader there is no
+  /// transcript of it.
+  enum class Reader { None, Comparing };
+  void play(FaultInjector& injector, Reader reader);
 
-  // Of the last life.
+  // Of the last life, which must have been played.
 
   /// What the client was told, what the user was shown, and the trace.
-  const std::vector<std::u16string>& transcript() const { return transcript_; }
+  const std::vector<std::string>& transcript() const { return transcript_; }
   /// What must never be, whatever failed.
   const std::vector<std::string>& findings() const { return stage_->findings(); }
   /// What the scenario wanted and could not get; empty without a fault.
@@ -51,7 +53,7 @@ class Theatre {
   std::unique_ptr<WatchedStage> stage_;
   std::optional<AlteredServices> services_;
   FaultInjector* injector_ = nullptr;
-  std::vector<std::u16string> transcript_;
+  std::vector<std::string> transcript_;
   std::string missed_;
 };
 

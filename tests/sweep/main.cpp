@@ -53,10 +53,11 @@ Board* sharedBoard() {
   return new (memory) Board;
 }
 
-/// One task in a process of its own, whose crash costs no other task.
-[[noreturn]] void work(const Task& task, std::size_t most, Board& board) {
+/// One scenario in a process of its own, whose crash costs no other scenario.
+[[noreturn]] void work(const Piece& piece, std::span<const Way> ways, std::size_t most,
+                       Board& board) {
   Counts counts;
-  run(task, most, counts);
+  run(piece, ways, most, counts);
   for (std::size_t kind = 0; kind < FaultKinds; ++kind) {
     board.runs[kind] += counts.runs[kind];
     board.faults[kind] += counts.faults[kind];
@@ -67,26 +68,34 @@ Board* sharedBoard() {
   std::exit(0);
 }
 
-/// Waits for any process; true when it has died of its task.
+/// Waits for any process; true when it has died of its scenario.
 bool anyDied() {
   int status = 0;
   if (wait(&status) < 0) return false;
   return !WIFEXITED(status) || WEXITSTATUS(status) != 0;
 }
 
-/// Deals the tasks out to processes, several at a time; the number of those that died.
-std::size_t deal(const std::vector<Task>& tasks, const Options& options, Board& board) {
+std::optional<FaultKind> kindNamed(const std::string& name) {
+  for (std::size_t i = 0; i < FaultKinds; ++i) {
+    if (nameOf(static_cast<FaultKind>(i)) == name) return static_cast<FaultKind>(i);
+  }
+  return std::nullopt;
+}
+
+/// Deals the scenarios out to processes, several at a time; the number of those that died.
+std::size_t deal(const std::vector<Piece>& pieces, const Options& options, Board& board) {
+  const auto ways = waysOf(kindNamed(options.kind));
   std::size_t running = 0;
   std::size_t died = 0;
   std::fflush(nullptr);
-  for (const Task& task : tasks) {
+  for (const Piece& piece : pieces) {
     if (running == options.jobs) {
       died += anyDied();
       --running;
     }
     const pid_t child = fork();
     if (child < 0) throw std::runtime_error("no process can be made");
-    if (child == 0) work(task, options.most, board);
+    if (child == 0) work(piece, ways, options.most, board);
     ++running;
   }
   for (; running > 0; --running) died += anyDied();
@@ -107,20 +116,9 @@ std::size_t print(const Board& board) {
   return faults;
 }
 
-std::optional<FaultKind> kindNamed(const std::string& name) {
-  for (std::size_t i = 0; i < FaultKinds; ++i) {
-    if (nameOf(static_cast<FaultKind>(i)) == name) return static_cast<FaultKind>(i);
-  }
-  return std::nullopt;
-}
-
 int sweepAll(const std::vector<Piece>& pieces, const Options& options) {
-  auto tasks = tasksOf(pieces);
-  if (const auto kind = kindNamed(options.kind)) {
-    std::erase_if(tasks, [&](const Task& task) { return task.kind != *kind; });
-  }
   Board& board = *sharedBoard();
-  const std::size_t died = deal(tasks, options, board);
+  const std::size_t died = deal(pieces, options, board);
   const std::size_t faults = print(board);
   std::printf("%zu scenarios, %zu findings, %zu processes died\n", pieces.size(),
               board.findings.load(), died);
