@@ -17,7 +17,7 @@ namespace {
 
 using namespace sweep;
 
-/// How many crossings of each kind are faulted without --long: as many as fit into two minutes, of
+/// How many crossings of each kind are faulted without --long: as many as fit into some minutes, of
 /// which the sanitizers take their share.
 #ifdef CXOL_SANITIZED
 constexpr std::size_t UsualMost = 4;
