@@ -34,6 +34,7 @@ class Transcript {
   /// Draws everything.
   void whole(const Snapshot& snapshot);
 
+  /// Whether anybody reads it.
   bool read() const { return static_cast<bool>(print_); }
 
   bool traceShown = false;
